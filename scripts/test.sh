@@ -1,0 +1,50 @@
+#!/usr/bin/env bash
+# Runs the whole test suite: the native Linux build, the same tests under
+# AddressSanitizer and UndefinedBehaviorSanitizer, and (where the MinGW-w64
+# toolchain and Wine are installed, see scripts/install-deps.sh) both Windows
+# DLLs under Wine. Ends with one line per stage and an overall verdict.
+set -uo pipefail
+cd "$(dirname "$0")/.."
+
+declare -a names results
+overall=0
+
+stage() {
+    local name=$1
+    shift
+    echo
+    echo "=== ${name} ==="
+    if "$@"; then
+        names+=("$name")
+        results+=("PASS")
+    else
+        names+=("$name")
+        results+=("FAIL")
+        overall=1
+    fi
+}
+
+build_and_test() {
+    local preset=$1
+    cmake --preset "$preset" >/dev/null &&
+        cmake --build --preset "$preset" &&
+        ctest --preset "$preset"
+}
+
+stage "linux" build_and_test linux
+stage "linux-asan" build_and_test linux-asan
+if [ -x scripts/test-windows.sh ]; then
+    stage "windows (Wine)" scripts/test-windows.sh
+fi
+
+echo
+echo "=== summary ==="
+for i in "${!names[@]}"; do
+    printf '  %-16s %s\n' "${names[$i]}" "${results[$i]}"
+done
+if [ "$overall" -eq 0 ]; then
+    echo "ALL TESTS PASSED"
+else
+    echo "TESTS FAILED"
+fi
+exit "$overall"

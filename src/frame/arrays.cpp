@@ -1,0 +1,170 @@
+#include "frame/arrays.h"
+
+#include <cmath>
+#include <limits>
+#include <vector>
+
+namespace brindle::frame {
+
+namespace {
+
+// Element count of one dimension from its bounds: upper - lower + 1, never
+// negative.
+size_t bound_count(LONG lower, LONG upper) {
+    const int64_t n = static_cast<int64_t>(upper) - lower + 1;
+    return n > 0 ? static_cast<size_t>(n) : 0;
+}
+
+// A buffer that holds one element of any size: on the stack for the usual
+// widths, on the heap for wide records.
+class ElementBuffer {
+  public:
+    explicit ElementBuffer(size_t size) : size_(size) {
+        if (size > sizeof small_)
+            large_.resize(size);
+    }
+    void *data() { return large_.empty() ? static_cast<void *>(small_) : large_.data(); }
+    size_t size() const { return size_; }
+
+  private:
+    alignas(16) unsigned char small_[64] = {};
+    std::vector<unsigned char> large_;
+    size_t size_;
+};
+
+template <class T> T saturate(double value) {
+    // Out-of-range and NaN values have no defined conversion in C++; clamp
+    // them so a wrong type code stays a wrong result, not undefined behaviour.
+    if (std::isnan(value))
+        return T{};
+    if (value <= static_cast<double>(std::numeric_limits<T>::lowest()))
+        return std::numeric_limits<T>::lowest();
+    if (value >= static_cast<double>(std::numeric_limits<T>::max()))
+        return std::numeric_limits<T>::max();
+    return static_cast<T>(value);
+}
+
+} // namespace
+
+std::optional<size_t> element_width(int16_t code) noexcept {
+    switch (static_cast<ElementType>(code)) {
+    case ElementType::Integer:
+        return 2;
+    case ElementType::Long:
+    case ElementType::Single:
+        return 4;
+    case ElementType::Double:
+        return 8;
+    case ElementType::Byte:
+        return 1;
+    }
+    return std::nullopt;
+}
+
+ArrayElements::ArrayElements(SAFEARRAY **ref) noexcept : array_(ref == nullptr ? nullptr : *ref) {
+    if (array_ == nullptr || SafeArrayGetDim(array_) < 1) {
+        array_ = nullptr;
+        return;
+    }
+    LONG lower = 0, upper = -1;
+    SafeArrayGetLBound(array_, 1, &lower);
+    SafeArrayGetUBound(array_, 1, &upper);
+    lower_ = lower;
+    upper_ = upper;
+    count_ = bound_count(lower, upper);
+    element_size_ = SafeArrayGetElemsize(array_);
+}
+
+void ArrayElements::read(int32_t index, void *out, size_t out_size) const noexcept {
+    if (array_ == nullptr || index < lower_ || index > upper_)
+        return;
+    try {
+        ElementBuffer buffer(element_size_ > out_size ? element_size_ : out_size);
+        LONG at = index;
+        if (SafeArrayGetElement(array_, &at, buffer.data()) == S_OK)
+            std::memcpy(out, buffer.data(), out_size);
+    } catch (...) {
+        // No memory for a wide element: the value stays T{}.
+    }
+}
+
+bool ArrayElements::write(int32_t index, const void *in, size_t in_size) noexcept {
+    if (array_ == nullptr || index < lower_ || index > upper_)
+        return false;
+    try {
+        ElementBuffer buffer(element_size_ > in_size ? element_size_ : in_size);
+        std::memcpy(buffer.data(), in, in_size);
+        LONG at = index;
+        return SafeArrayPutElement(array_, &at, buffer.data()) == S_OK;
+    } catch (...) {
+        return false;
+    }
+}
+
+double ArrayElements::get_number(int16_t code, int32_t index) const noexcept {
+    switch (static_cast<ElementType>(code)) {
+    case ElementType::Integer:
+        return get<int16_t>(index);
+    case ElementType::Long:
+        return get<int32_t>(index);
+    case ElementType::Single:
+        return get<float>(index);
+    case ElementType::Double:
+        return get<double>(index);
+    case ElementType::Byte:
+        return get<uint8_t>(index);
+    }
+    return 0.0;
+}
+
+bool ArrayElements::put_number(int16_t code, int32_t index, double value) noexcept {
+    switch (static_cast<ElementType>(code)) {
+    case ElementType::Integer:
+        return put(index, saturate<int16_t>(value));
+    case ElementType::Long:
+        return put(index, saturate<int32_t>(value));
+    case ElementType::Single:
+        return put(index, static_cast<float>(value));
+    case ElementType::Double:
+        return put(index, value);
+    case ElementType::Byte:
+        return put(index, saturate<uint8_t>(value));
+    }
+    return false;
+}
+
+ArrayBlock::ArrayBlock(SAFEARRAY **ref) noexcept {
+    SAFEARRAY *array = ref == nullptr ? nullptr : *ref;
+    if (array == nullptr)
+        return;
+    dims_ = SafeArrayGetDim(array);
+    if (dims_ < 1 || dims_ > 2)
+        return;
+    LONG lower = 0, upper = -1;
+    SafeArrayGetLBound(array, 1, &lower);
+    SafeArrayGetUBound(array, 1, &upper);
+    lower1_ = lower;
+    count1_ = bound_count(lower, upper);
+    count2_ = 1;
+    if (dims_ == 2) {
+        SafeArrayGetLBound(array, 2, &lower);
+        SafeArrayGetUBound(array, 2, &upper);
+        lower2_ = lower;
+        count2_ = bound_count(lower, upper);
+    }
+    element_size_ = SafeArrayGetElemsize(array);
+    void *data = nullptr;
+    if (SafeArrayAccessData(array, &data) != S_OK)
+        return;
+    array_ = array; // locked from here: the destructor unlocks
+    data_ = data;
+    if (data_ == nullptr) // an array without elements may have no block
+        count1_ = count2_ = 0;
+}
+
+ArrayBlock::~ArrayBlock() {
+    if (array_ != nullptr)
+        SafeArrayUnaccessData(array_);
+}
+
+} // namespace brindle::frame

@@ -1,0 +1,116 @@
+// Array arguments. VB passes an array as a pointer to its descriptor pointer,
+// usually with an Integer element-type code (the OLE variant numbers).
+//
+// Two access patterns, and each family uses one:
+//
+//   ArrayElements  dimension 1 element by element through SafeArrayGet/
+//                  PutElement. A lower bound above the upper bound is an
+//                  empty array.
+//   ArrayBlock     the whole data block, locked for the life of the object
+//                  and released on every path. More than 2 dimensions is
+//                  refused; a 2-dimensional array is a run of records, one
+//                  per index of dimension 2, each holding all of dimension 1.
+//
+// The descriptor's status codes are not the caller's business: a missing
+// descriptor reads as an empty array. The element size is not compared with
+// the type code (a wrong code gives a wrong result), but no access ever
+// reaches outside the array's block or outside a local.
+#pragma once
+
+#include "platform/ole.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <optional>
+#include <type_traits>
+
+namespace brindle::frame {
+
+// Element-type codes that the typed families take.
+enum class ElementType : int16_t { Integer = 2, Long = 3, Single = 4, Double = 5, Byte = 17 };
+
+// Width in bytes of a known code, or nothing for an unknown one.
+std::optional<size_t> element_width(int16_t code) noexcept;
+
+class ArrayElements {
+  public:
+    explicit ArrayElements(SAFEARRAY **ref) noexcept;
+
+    bool present() const noexcept { return array_ != nullptr; }
+    int32_t lower() const noexcept { return lower_; }
+    int32_t upper() const noexcept { return upper_; }
+    // Number of elements of dimension 1 (0 when lower > upper).
+    size_t count() const noexcept { return count_; }
+    size_t element_size() const noexcept { return element_size_; }
+
+    // Reads element `index` as a T. SafeArrayGetElement copies the array's
+    // own element size, so it lands in a buffer that holds it; T takes the
+    // leading bytes. An index outside the bounds reads as T{}.
+    template <class T> T get(int32_t index) const noexcept {
+        static_assert(std::is_trivially_copyable_v<T>);
+        T value{};
+        read(index, &value, sizeof value);
+        return value;
+    }
+
+    // Writes element `index` from a T; the rest of a wider element is zeroed.
+    template <class T> bool put(int32_t index, const T &value) noexcept {
+        static_assert(std::is_trivially_copyable_v<T>);
+        return write(index, &value, sizeof value);
+    }
+
+    // The element at `index` read by type code as a double (unknown code: 0).
+    double get_number(int16_t code, int32_t index) const noexcept;
+    // Stores a double converted to the code's type (unknown code: nothing).
+    bool put_number(int16_t code, int32_t index, double value) noexcept;
+
+    SAFEARRAY *descriptor() const noexcept { return array_; }
+
+  private:
+    void read(int32_t index, void *out, size_t out_size) const noexcept;
+    bool write(int32_t index, const void *in, size_t in_size) noexcept;
+
+    SAFEARRAY *array_;
+    int32_t lower_ = 0;
+    int32_t upper_ = -1;
+    size_t count_ = 0;
+    size_t element_size_ = 0;
+};
+
+class ArrayBlock {
+  public:
+    explicit ArrayBlock(SAFEARRAY **ref) noexcept;
+    ~ArrayBlock();
+    ArrayBlock(const ArrayBlock &) = delete;
+    ArrayBlock &operator=(const ArrayBlock &) = delete;
+
+    // False for a missing descriptor, more than 2 dimensions, or a lock that
+    // failed; nothing else is then meaningful.
+    bool ok() const noexcept { return array_ != nullptr; }
+    unsigned dims() const noexcept { return dims_; }
+    size_t element_size() const noexcept { return element_size_; }
+    // Elements of dimension 1 (the record length of a 2-dimensional array).
+    size_t count1() const noexcept { return count1_; }
+    // Elements of dimension 2 (the record count); 1 for a 1-dimensional one.
+    size_t count2() const noexcept { return count2_; }
+    size_t elements() const noexcept { return count1_ * count2_; }
+    size_t bytes() const noexcept { return elements() * element_size_; }
+    int32_t lower1() const noexcept { return lower1_; }
+    int32_t lower2() const noexcept { return lower2_; }
+
+    void *data() const noexcept { return data_; }
+    template <class T> T *as() const noexcept { return static_cast<T *>(data_); }
+
+  private:
+    SAFEARRAY *array_ = nullptr;
+    void *data_ = nullptr;
+    unsigned dims_ = 0;
+    size_t element_size_ = 0;
+    size_t count1_ = 0;
+    size_t count2_ = 0;
+    int32_t lower1_ = 0;
+    int32_t lower2_ = 0;
+};
+
+} // namespace brindle::frame

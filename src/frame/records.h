@@ -1,0 +1,21 @@
+// Records: the caller's user-defined types, passed by reference with fixed
+// layouts (VB aligns their fields to 4 bytes; each record family declares
+// its layout under #pragma pack(push, 4) with static_asserts on every
+// offset). Fixed-length text fields arrive as exactly N bytes, blank-padded,
+// with no terminator.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace brindle::frame {
+
+// A fixed-length field used as a name (a file name, say): the N bytes up to
+// the first space or zero byte. An empty result is the family's to refuse.
+std::string field_name(const char *field, size_t width);
+
+// Stores `value` into a fixed-length field: cut to the width, blank-padded.
+void put_field(char *field, size_t width, std::string_view value) noexcept;
+
+} // namespace brindle::frame

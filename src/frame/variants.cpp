@@ -1,0 +1,51 @@
+#include "frame/variants.h"
+
+namespace brindle::frame {
+
+namespace {
+
+// A local VARIANT holding the caller's value coerced to `vt`; cleared on
+// every path. `ok()` is false when the coercion failed.
+class CoercedCopy {
+  public:
+    CoercedCopy(const VARIANT *source, VARTYPE vt) noexcept {
+        VariantInit(&value_);
+        if (source == nullptr)
+            return;
+        if (VariantCopy(&value_, source) != S_OK)
+            return;
+        ok_ = VariantChangeType(&value_, &value_, 0, vt) == S_OK && V_VT(&value_) == vt;
+    }
+    ~CoercedCopy() { VariantClear(&value_); }
+    CoercedCopy(const CoercedCopy &) = delete;
+    CoercedCopy &operator=(const CoercedCopy &) = delete;
+
+    bool ok() const noexcept { return ok_; }
+    const VARIANT &value() const noexcept { return value_; }
+
+  private:
+    VARIANT value_;
+    bool ok_ = false;
+};
+
+} // namespace
+
+int32_t variant_to_long(const VARIANT *value) noexcept {
+    CoercedCopy copy(value, VT_I4);
+    return copy.ok() ? V_I4(&copy.value()) : 0;
+}
+
+double variant_to_double(const VARIANT *value) noexcept {
+    CoercedCopy copy(value, VT_R8);
+    return copy.ok() ? V_R8(&copy.value()) : 0.0;
+}
+
+std::string variant_to_bytes(const VARIANT *value) {
+    CoercedCopy copy(value, VT_BSTR);
+    if (!copy.ok())
+        return {};
+    BSTR text = V_BSTR(&copy.value());
+    return platform::wide_to_ansi(text, SysStringLen(text));
+}
+
+} // namespace brindle::frame

@@ -1,0 +1,32 @@
+// Clocks: the tick counter behind every timer and wait, and the local date
+// and time.
+#pragma once
+
+#include <cstdint>
+
+namespace brindle::platform {
+
+// Milliseconds from an arbitrary origin, truncated to 32 bits (the system
+// tick count on Windows, a monotonic clock on POSIX). Elapsed times are
+// unsigned differences of two readings, so a wrap of the counter is harmless.
+uint32_t tick_count() noexcept;
+
+struct LocalTime {
+    int year;        // 1601 ..
+    int month;       // 1 .. 12
+    int day;         // 1 .. 31
+    int hour;        // 0 .. 23
+    int minute;      // 0 .. 59
+    int second;      // 0 .. 59
+    int millisecond; // 0 .. 999
+    int day_of_week; // 0 = Sunday .. 6 = Saturday (ignored when setting)
+};
+
+// The local date and time now.
+LocalTime local_now() noexcept;
+
+// Sets the system's local date and time; false when the system refuses
+// (an unprivileged process), in which case nothing has changed.
+bool set_local_time(const LocalTime &value) noexcept;
+
+} // namespace brindle::platform
