@@ -81,8 +81,8 @@ std::string NormalisePath(std::string_view path) {
     return out;
 }
 
-PathParts SplitPath(std::string_view path) {
-    PathParts parts;
+PathPieces SplitPath(std::string_view path) {
+    PathPieces parts;
     if (path.size() >= 2 && path[1] == ':') {
         parts.drive.assign(path.substr(0, 2));
         path.remove_prefix(2);
@@ -174,7 +174,7 @@ std::string StripFileName(std::string_view name) {
 std::string TruncatePath(std::string_view path, int32_t max_length) {
     if (max_length < 25 || FilenameValidity(path) != kNameValid)
         return std::string();
-    const PathParts p = SplitPath(path);
+    const PathPieces p = SplitPath(path);
     const size_t fixed = p.drive.size() + p.name.size() + p.ext.size();
     if (fixed + p.dir.size() <= static_cast<size_t>(max_length))
         return std::string(path);

@@ -47,13 +47,13 @@ std::string NormalisePath(std::string_view path);
 
 // ---------------------------------------------------------------------------
 // Splitting and joining, as the C runtime's path splitter and builder do it.
-struct PathParts {
+struct PathPieces {
     std::string drive; // "C:" or empty
     std::string dir;   // with its trailing separator, or empty
     std::string name;  // without extension
     std::string ext;   // with its full stop, or empty
 };
-PathParts SplitPath(std::string_view path);
+PathPieces SplitPath(std::string_view path);
 // The colon after a bare drive, a backslash after a directory without a
 // trailing separator, and the full stop before an extension are added.
 std::string MakePath(std::string_view drive, std::string_view dir, std::string_view name, std::string_view ext);

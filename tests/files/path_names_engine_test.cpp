@@ -87,7 +87,7 @@ TEST(SplitAndMake, RuntimeSplitterAndBuilder) {
         {"\\\\srv\\share\\f.", "", "\\\\srv\\share\\", "f", "."},
     };
     for (const auto &row : rows) {
-        const PathParts p = SplitPath(row.path);
+        const PathPieces p = SplitPath(row.path);
         EXPECT_EQ(p.drive, row.drive) << row.path;
         EXPECT_EQ(p.dir, row.dir) << row.path;
         EXPECT_EQ(p.name, row.name) << row.path;
