@@ -121,6 +121,12 @@ std::string render_date(std::string_view picture, int32_t date) {
     while (i < picture.size()) {
         if (take_literal(picture, i, out))
             continue;
+        // A time's AM/PM marker is text here, not two month letters.
+        if (starts_with_nocase(picture, i, "am/pm")) {
+            out.append(picture.substr(i, 5));
+            i += 5;
+            continue;
+        }
         const char letter = lower(picture[i]);
         const size_t run = run_length(picture, i, letter);
         size_t used = 1;
