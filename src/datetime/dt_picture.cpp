@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdio>
 
 namespace brindle::datetime::dt {
 
@@ -252,15 +251,22 @@ std::string asc_time(int32_t date, int32_t time) {
         return {};
     const DateFields f = split_date(date);
     const TimeFields t = split_time(time);
-    const std::string_view day = day_name(day_of_week(date), NameForm::Short);
-    const std::string_view month = month_name(f.month, NameForm::Short);
-    char buffer[64];
-    const int n = std::snprintf(buffer, sizeof buffer, "%.3s %.3s%3d %.2d:%.2d:%.2d %lld", day.data(),
-                                month.data(), static_cast<int>(f.day), static_cast<int>(t.hours),
-                                static_cast<int>(t.minutes), static_cast<int>(t.seconds),
-                                static_cast<long long>(f.year));
-    return n > 0 ? std::string(buffer, static_cast<size_t>(n) < sizeof buffer ? static_cast<size_t>(n) : sizeof buffer - 1)
-                 : std::string();
+    std::string out;
+    out.reserve(24);
+    out += day_name(day_of_week(date), NameForm::Short);
+    out += ' ';
+    out += month_name(f.month, NameForm::Short);
+    out += f.day < 10 ? "  " : " "; // the day in three places, space-padded
+    append_number(out, f.day, 1);
+    out += ' ';
+    append_number(out, t.hours, 2);
+    out += ':';
+    append_number(out, t.minutes, 2);
+    out += ':';
+    append_number(out, t.seconds, 2);
+    out += ' ';
+    append_number(out, f.year, 1);
+    return out;
 }
 
 } // namespace brindle::datetime::dt
