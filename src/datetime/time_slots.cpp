@@ -71,7 +71,7 @@ int16_t filled(BSTR *range, size_t bytes, int16_t slot) {
 
 } // namespace
 
-// The new range's content is unspecified to callers (they empty or fill it
+// Callers may not rely on a new range's content (they empty or fill it
 // first); it comes back zeroed.
 BRINDLE_EXPORT(BSTR) cTS_YearCreateRange() {
     return guarded_string([] { return new_string(std::string(kYearRangeBytes, '\0')); });
