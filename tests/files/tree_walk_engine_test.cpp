@@ -1,6 +1,7 @@
 // The iterative tree walk behind the recursive searches and totals.
 #include "files/tree_walk.h"
 
+#include "support/mem_temp_dir.h"
 #include "support/temp_dir.h"
 
 #include <cstdio>
@@ -95,28 +96,8 @@ TEST_F(Walk, LinksAreListedButNeverWalkedInto) {
     EXPECT_EQ(dirs, 3u) << "inner, up and again are directories";
 }
 
-// The big tree goes to a memory file system when there is one: creating
-// 100,000 files on a journalled disk takes minutes, in memory seconds.
-class BigWalk : public ::testing::Test {
-  protected:
-    void SetUp() override {
-        const fs::path shm = "/dev/shm";
-        std::error_code e;
-        const fs::path base = fs::is_directory(shm, e) ? shm : fs::temp_directory_path();
-        dir_ = base / ("brindle-bigwalk-" + std::to_string(::testing::UnitTest::GetInstance()->random_seed()) + "-" +
-                       std::to_string(reinterpret_cast<uintptr_t>(this)));
-        fs::remove_all(dir_, e);
-        fs::create_directories(dir_);
-        old_ = fs::current_path();
-        fs::current_path(dir_);
-    }
-    void TearDown() override {
-        fs::current_path(old_);
-        std::error_code e;
-        fs::remove_all(dir_, e);
-    }
-    fs::path dir_, old_;
-};
+// 100,000 files in memory: on a journalled disk making them takes minutes.
+class BigWalk : public brindle::test::MemTempDirTest {};
 
 TEST_F(BigWalk, HundredThousandFilesAndADeepChain) {
     // 100 directories of 1,000 files each, and a chain 400 levels deep.
