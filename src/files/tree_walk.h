@@ -33,10 +33,11 @@ inline std::string WalkPrefix(std::string_view root) {
 //   pass one  entry(dir, e) for every entry whose name does not begin with
 //             "."; dir is the directory's prefix ending in a backslash.
 //             Returning false stops the whole walk.
-//   pass two  when `recurse`, for each subdirectory seen in pass one (links
-//             left out), enter(dir, e) and then the walk of that directory,
-//             before the next subdirectory. Returning false from enter skips
-//             that subdirectory; the walk goes on.
+//   pass two  when `recurse`, for each subdirectory seen in pass one,
+//             enter(dir, e) and then the walk of that directory, before the
+//             next subdirectory. Returning false from enter skips that
+//             subdirectory; the walk goes on. A link is entered but never
+//             walked.
 // `walk_on` is checked before each directory is opened; false stops the
 // walk (a full table, say).
 template <class Entry, class Enter, class WalkOn>
@@ -63,7 +64,7 @@ void WalkTree(std::string_view root, platform::EntryDetail detail, bool recurse,
                 stopped = true;
                 break;
             }
-            if (recurse && (e.attributes & platform::kAttrDirectory) && !(e.attributes & platform::kAttrReparsePoint))
+            if (recurse && (e.attributes & platform::kAttrDirectory))
                 frame.subdirs.push_back(e);
         }
         search.close();
@@ -80,7 +81,7 @@ void WalkTree(std::string_view root, platform::EntryDetail detail, bool recurse,
             continue;
         }
         const platform::DirEntry sub = std::move(top.subdirs[top.next++]);
-        if (!enter(std::as_const(top.dir), sub))
+        if (!enter(std::as_const(top.dir), sub) || (sub.attributes & platform::kAttrReparsePoint))
             continue;
         if (!walk_on())
             break;
