@@ -49,6 +49,9 @@ RESULTS = {
     "Date": "DATE",
     "LongPtr": "intptr_t",
     "String": "BSTR",
+    # A Variant result travels as a hidden pointer to the caller's VARIANT
+    # (the C rule for a 16-byte structure), which the callee also pops.
+    "Variant": "VARIANT",
 }
 
 DECLARE = re.compile(
@@ -180,7 +183,8 @@ def write_if_changed(path, content):
 
 
 def stack_bytes(decl):
-    return sum(a["stack"] for a in decl["args"])
+    hidden = 4 if decl.get("result") == "Variant" else 0
+    return hidden + sum(a["stack"] for a in decl["args"])
 
 
 def c_header(decls, records):
