@@ -31,18 +31,36 @@ std::string crt_gcvt(double value, int digits) {
     const int wanted = std::clamp(digits, 1, 400);
     const int produced = std::min(wanted, 17);
 
-    // Correctly rounded significant digits and the decimal exponent, from
-    // the locale-independent scientific form "d.ddde+xx".
+    // The runtime first renders 17 significant digits (correctly rounded,
+    // from the locale-independent scientific form "d.ddde+xx") and then
+    // rounds that digit string half away from zero: _gcvt(2.5, 1) is "3.",
+    // where a correctly rounding printf would give "2".
     char buffer[64];
-    const auto result = std::to_chars(buffer, buffer + sizeof buffer, std::fabs(value),
-                                      std::chars_format::scientific, produced - 1);
+    const auto result =
+        std::to_chars(buffer, buffer + sizeof buffer, std::fabs(value), std::chars_format::scientific, 16);
     const std::string_view sci(buffer, static_cast<size_t>(result.ptr - buffer));
     const size_t e = sci.find('e');
     std::string significant;
     for (size_t i = 0; i < e; ++i)
         if (sci[i] != '.')
             significant += sci[i];
-    const int exponent = std::atoi(std::string(sci.substr(e + 1)).c_str());
+    int exponent = std::atoi(std::string(sci.substr(e + 1)).c_str());
+    if (produced < 17) {
+        const bool up = significant[static_cast<size_t>(produced)] >= '5';
+        significant.resize(static_cast<size_t>(produced));
+        if (up) {
+            size_t i = significant.size();
+            while (i > 0 && significant[i - 1] == '9')
+                significant[--i] = '0';
+            if (i == 0) {
+                significant.insert(significant.begin(), '1');
+                significant.pop_back();
+                ++exponent;
+            } else {
+                ++significant[i - 1];
+            }
+        }
+    }
     significant.resize(static_cast<size_t>(wanted), '0');
 
     if (exponent < -1 || exponent > wanted - 1) {
