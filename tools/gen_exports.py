@@ -50,7 +50,9 @@ RESULTS = {
     "LongPtr": "intptr_t",
     "String": "BSTR",
     # A Variant result travels as a hidden pointer to the caller's VARIANT
-    # (the C rule for a 16-byte structure), which the callee also pops.
+    # (the C rule for a 16-byte structure). The callee pops that pointer too,
+    # but MinGW's @N decoration does not count it, so the stack size of the
+    # list (which names the decorated symbol) does not either.
     "Variant": "VARIANT",
 }
 
@@ -183,8 +185,7 @@ def write_if_changed(path, content):
 
 
 def stack_bytes(decl):
-    hidden = 4 if decl.get("result") == "Variant" else 0
-    return hidden + sum(a["stack"] for a in decl["args"])
+    return sum(a["stack"] for a in decl["args"])
 
 
 def c_header(decls, records):
