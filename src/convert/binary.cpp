@@ -16,6 +16,7 @@
 #include <algorithm>
 #include <cstring>
 #include <limits>
+#include <new>
 
 using namespace brindle::frame;
 
@@ -68,7 +69,8 @@ template <class T> int16_t put_element(BSTR *txt, int16_t pos, const T &value) {
 }
 
 // A new copy with the element written: the empty string for an empty text,
-// the caller's own handle when pos < 1 or the element is past the end.
+// the caller's own handle when pos < 1 or the element is past the end, and
+// also when no memory is left for the copy.
 template <class T> BSTR put_element_copy(BSTR *txt, int16_t pos, const T &value) {
     const StrArg text = StrArg::by_ref(txt);
     if (text.empty())
@@ -76,10 +78,14 @@ template <class T> BSTR put_element_copy(BSTR *txt, int16_t pos, const T &value)
     const int64_t offset = element_offset<T>(pos, text.size());
     if (offset < 0)
         return same_handle(text);
-    StringResult result(text.size());
-    std::memcpy(result.data(), text.data(), text.size());
-    std::memcpy(result.data() + offset, &value, sizeof(T));
-    return result.take();
+    try {
+        StringResult result(text.size());
+        std::memcpy(result.data(), text.data(), text.size());
+        std::memcpy(result.data() + offset, &value, sizeof(T));
+        return result.take();
+    } catch (const std::bad_alloc &) {
+        return same_handle(text);
+    }
 }
 
 // The runtime's atol: leading white space, an optional sign, decimal digits;

@@ -114,6 +114,8 @@ int32_t btoa_encode_file(std::string_view input, std::string_view output) {
     platform::File in = platform::File::open(input, platform::OpenMode::Read);
     if (!in.is_open())
         return -1;
+    if (platform::same_file(input, output))
+        return -2; // creating the output would truncate the input
     platform::File out = platform::File::open(output, platform::OpenMode::Create);
     if (!out.is_open())
         return -2;
@@ -399,7 +401,10 @@ int32_t btoa_decode_file(std::string_view input) {
     const auto line_length = static_cast<size_t>(length);
 
     // The output exists from here on; this call creates its own even when an
-    // earlier call in the process created one.
+    // earlier call in the process created one. A header naming the input
+    // itself is refused rather than truncating the text being read.
+    if (platform::same_file(input, name))
+        return kBtoaFailed;
     platform::File out = platform::File::open(name, platform::OpenMode::Create);
     if (!out.is_open())
         return kBtoaFailed;

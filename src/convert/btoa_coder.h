@@ -67,7 +67,7 @@ std::string btoa_name_of(std::string_view path);
 
 // cBtoA: the size of the written file; -1 when the input cannot be opened or
 // read, or the size cannot be had (or exceeds a Long); -2 when the output
-// cannot be created or written.
+// cannot be created or written, or is the input file itself.
 int32_t btoa_encode_file(std::string_view input, std::string_view output);
 
 // Decoding results.
@@ -84,7 +84,9 @@ enum BtoaStatus : int32_t {
 // directory part (everything up to the last "\", "/" or ":" is dropped), so
 // a file can never write outside the current directory; a name that is
 // empty, "-", "." or ".." after that, or a line length outside 2..99, is an
-// unreadable header. A partial output is left as it is on failure.
+// unreadable header. A header naming the input file itself gives -1 (the
+// output would destroy the input). A partial output is left as it is on
+// failure.
 int32_t btoa_decode_file(std::string_view input);
 
 } // namespace brindle::convert

@@ -110,6 +110,10 @@ TEST_F(Btoa, EncoderReturnCodes) {
     EXPECT_EQ(encode("in.bin", "nodir\\out.txt"), -2);
     EXPECT_EQ(encode("", "out.txt"), -1);
     EXPECT_EQ(cBtoA(nullptr, nullptr), -1);
+    // The input is never truncated by its own output, however it is named.
+    EXPECT_EQ(encode("in.bin", "in.bin"), -2);
+    EXPECT_EQ(encode("in.bin", ".\\in.bin"), -2);
+    EXPECT_EQ(read_file("in.bin"), "data");
     // The name recorded is the part after the last "\" or ":".
     std::filesystem::create_directory("sub");
     write_file("sub/x.bin", "1234");
@@ -133,6 +137,10 @@ TEST_F(Btoa, DecoderReturnCodes) {
     EXPECT_EQ(decode("old.txt"), -4);
     write_file("dash.txt", "xbtoa5 78 - Begin\r\n" + good.substr(good.find('\n') + 1));
     EXPECT_EQ(decode("dash.txt"), -4);
+    const std::string self = "xbtoa5 78 self.txt Begin\r\n" + good.substr(good.find('\n') + 1);
+    write_file("self.txt", self);
+    EXPECT_EQ(decode("self.txt"), -1); // its header names the input itself
+    EXPECT_EQ(read_file("self.txt"), self);
 
     // A preamble before the header is skipped.
     write_file("mail.txt", "From: someone\r\nSubject: file\r\n\r\n" + good);
