@@ -10,6 +10,7 @@
 #include <cstdlib>
 #include <fstream>
 #include <iterator>
+#include <random>
 #include <string>
 
 using namespace brindle::convert;
@@ -133,4 +134,35 @@ TEST(BtoaEngine, NameIsThePartAfterTheLastSeparator) {
     EXPECT_EQ(btoa_name_of("file.txt"), "file.txt");
     EXPECT_EQ(btoa_name_of("dir\\"), "-");
     EXPECT_EQ(btoa_name_of("dir/file.txt"), "dir/file.txt"); // only "\" and ":" separate
+}
+
+TEST(BtoaEngine, EncodingCharactersMatchPythonsAscii85) {
+    // Python's base64.a85encode with "y" for four spaces and zero padding
+    // writes the same base-85 characters; the line structure is ours.
+    std::mt19937 rng(11);
+    std::string data;
+    for (int i = 0; i < 5000; ++i)
+        data += static_cast<char>(rng() % 7 == 0 ? ' ' : rng() % 5 == 0 ? 0 : rng() & 0xFF);
+    data += "    " + std::string(4, '\0') + "xy"; // a "y", a "z" and a short last group
+    const std::string dir = ::testing::TempDir();
+    {
+        std::ofstream(dir + "brindle_a85.bin", std::ios::binary).write(data.data(), static_cast<std::streamsize>(data.size()));
+    }
+    const std::string command = "python3 -c \"import base64,sys; d=open(sys.argv[1],'rb').read(); "
+                                "open(sys.argv[2],'wb').write(base64.a85encode(d, foldspaces=True, pad=True))\" " +
+                                dir + "brindle_a85.bin " + dir + "brindle_a85.txt 2>/dev/null";
+    if (std::system(command.c_str()) != 0)
+        GTEST_SKIP() << "python3 is not available";
+    const std::string expected = read_all(dir + "brindle_a85.txt");
+
+    const std::string text = encode(data);
+    std::string chars;
+    size_t start = text.find('\n') + 1;
+    for (size_t end; (end = text.find('\n', start)) != std::string::npos && text[start] != 'x'; start = end + 1) {
+        ASSERT_LE(end - start, 78u);
+        chars += text.substr(start, end - start - 1); // without the check character
+    }
+    EXPECT_EQ(chars, expected);
+    std::remove((dir + "brindle_a85.bin").c_str());
+    std::remove((dir + "brindle_a85.txt").c_str());
 }
