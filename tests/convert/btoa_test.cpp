@@ -223,10 +223,12 @@ TEST_F(Btoa, DamagedFilesNeverCrashTheDecoder) {
         return r;
     };
     for (int i = 0; i < 200; ++i) {
-        // Truncated anywhere.
+        // Truncated anywhere; only the final line end may go unnoticed.
         const size_t cut = rng() % good.size();
         const int32_t r = check(good.substr(0, cut), "truncated", i);
-        EXPECT_NE(r, 0) << cut;
+        if (cut + 2 < good.size()) {
+            EXPECT_NE(r, 0) << cut;
+        }
         // Random bytes, with and without a valid header.
         check(random_bytes(rng, rng() % 500), "random", i);
         check("xbtoa5 78 f.bin Begin\r\n" + random_bytes(rng, rng() % 2000), "random body", i);
