@@ -19,6 +19,14 @@ struct LocaleSettings {
 
 LocaleSettings read_locale_settings();
 
+// The settings a POSIX locale's patterns imply: the separators are the first
+// literal characters of the time and date patterns (strftime's %T, %R, %r,
+// %D and %F expanded), the date order is that of the first day, month or
+// year conversion, a %I or %l means a 12-hour clock, and the list separator
+// is ';' where the decimal point is a comma. What a pattern does not say
+// keeps the C locale's value (':', '/', ',', month first, 12-hour).
+LocaleSettings settings_from_strftime(const char *time_pattern, const char *date_pattern, char decimal_point);
+
 enum class LocaleText {
     Currency,         // the local currency symbol
     LanguageAbbrev,   // three letters: the language code and one letter of the country

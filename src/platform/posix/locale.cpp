@@ -17,46 +17,6 @@ const char *langinfo_or(nl_item item, const char *fallback) {
     return text != nullptr && *text != '\0' ? text : fallback;
 }
 
-// The shorthand conversions of strftime that stand for a whole pattern.
-const char *expand_shorthand(char conversion) {
-    switch (conversion) {
-    case 'T': return "%H:%M:%S";
-    case 'R': return "%H:%M";
-    case 'r': return "%I:%M:%S %p";
-    case 'D': return "%m/%d/%y";
-    case 'F': return "%Y-%m-%d";
-    default: return nullptr;
-    }
-}
-
-// Walks a strftime pattern: the conversion letters in order (modifiers E, O,
-// flags and widths skipped, shorthands expanded) and the first literal
-// character that is neither a blank nor part of a conversion.
-struct PatternFacts {
-    std::string conversions;
-    char first_literal = '\0';
-};
-
-void scan_pattern(const char *pattern, PatternFacts &facts, int depth = 0) {
-    for (const char *p = pattern; *p != '\0'; ++p) {
-        if (*p != '%') {
-            if (facts.first_literal == '\0' && !std::isspace(static_cast<unsigned char>(*p)))
-                facts.first_literal = *p;
-            continue;
-        }
-        ++p;
-        while (*p != '\0' && (std::strchr("EO_-0^#", *p) != nullptr || std::isdigit(static_cast<unsigned char>(*p))))
-            ++p;
-        if (*p == '\0')
-            return;
-        const char *shorthand = depth == 0 ? expand_shorthand(*p) : nullptr;
-        if (shorthand != nullptr)
-            scan_pattern(shorthand, facts, depth + 1);
-        else if (*p != '%')
-            facts.conversions.push_back(*p);
-    }
-}
-
 std::string bounded(const char *text) {
     std::string s(text);
     if (s.size() > 33)
@@ -67,27 +27,8 @@ std::string bounded(const char *text) {
 } // namespace
 
 LocaleSettings read_locale_settings() {
-    LocaleSettings s{':', '/', ',', '0', '0'};
-
-    PatternFacts time;
-    scan_pattern(langinfo_or(T_FMT, "%H:%M:%S"), time);
-    if (time.first_literal != '\0')
-        s.time_separator = time.first_literal;
-    s.clock_type = time.conversions.find_first_of("Il") != std::string::npos ? '0' : '1';
-
-    PatternFacts date;
-    scan_pattern(langinfo_or(D_FMT, "%m/%d/%y"), date);
-    if (date.first_literal != '\0')
-        s.date_separator = date.first_literal;
-    const size_t first = date.conversions.find_first_of("mdyYbBh");
-    if (first != std::string::npos) {
-        const char c = date.conversions[first];
-        s.date_order = c == 'd' ? '1' : (c == 'y' || c == 'Y') ? '2' : '0';
-    }
-
-    const char *radix = langinfo_or(RADIXCHAR, ".");
-    s.list_separator = radix[0] == ',' ? ';' : ',';
-    return s;
+    return settings_from_strftime(langinfo_or(T_FMT, "%H:%M:%S"), langinfo_or(D_FMT, "%m/%d/%y"),
+                                  langinfo_or(RADIXCHAR, ".")[0]);
 }
 
 std::string read_locale_text(LocaleText item) {
