@@ -84,9 +84,12 @@ std::string hour_field(int32_t value, int32_t width, bool fill, bool decimal, ch
     int64_t minutes = magnitude % 60;
     if (decimal)
         minutes = (minutes * 100 + 30) / 60; // hundredths of an hour, rounded half up
-    // Seven hour digits at least (eight for the largest values of width 11).
+    // The hour digits fill what the separator and the minutes leave of the
+    // usable width (values that fit never need more).
+    const int hour_width = usable >= 5 ? usable - 3 : usable - 2;
     char hour_digits[24];
-    std::snprintf(hour_digits, sizeof hour_digits, "%07lld", static_cast<long long>(hours));
+    std::snprintf(hour_digits, sizeof hour_digits, "%0*lld", hour_width > 0 ? hour_width : 1,
+                  static_cast<long long>(hours));
     if (!fill)
         for (int i = 0; i < 7 && hour_digits[i] == '0'; ++i)
             hour_digits[i] = ' ';
