@@ -2,8 +2,7 @@
 // replaced so that nothing here touches the machine's clock.
 #include "datetime/local_clock.h"
 
-#include <brindle/ole.h>
-#include <brindle/exports.h>
+#include "support/ole_helpers.h"
 
 #include <gtest/gtest.h>
 

@@ -1,11 +1,8 @@
-// Regional settings from POSIX time patterns, and the locale state the hour
-// printers read once.
-#include "datetime/locale_state.h"
+// Regional settings from POSIX time patterns.
 #include "platform/locale.h"
 
 #include <gtest/gtest.h>
 
-#include <string>
 
 using brindle::platform::LocaleSettings;
 using brindle::platform::settings_from_strftime;
@@ -39,15 +36,4 @@ TEST(LocalePatterns, SeparatorsOrdersAndClocksFromStrftimePatterns) {
     const LocaleSettings none = settings_from_strftime(nullptr, nullptr, '\0');
     EXPECT_EQ(none.time_separator, ':');
     EXPECT_EQ(none.date_separator, '/');
-}
-
-TEST(LocaleState, PatternsFollowTheSeparatorsAndTheOrder) {
-    const brindle::datetime::LocaleState &s = brindle::datetime::locale_state();
-    EXPECT_EQ(&s, &brindle::datetime::locale_state()) << "loaded once";
-    EXPECT_EQ(s.hour_pattern, std::string("hh") + s.time_separator + "nn");
-    const std::string d(1, s.date_separator);
-    const std::string expected = s.date_order == '0'   ? "mm" + d + "dd" + d + "yyyy"
-                                 : s.date_order == '2' ? "yyyy" + d + "mm" + d + "dd"
-                                                       : "dd" + d + "mm" + d + "yyyy";
-    EXPECT_EQ(s.date_pattern, expected);
 }

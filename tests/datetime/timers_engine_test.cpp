@@ -2,8 +2,7 @@
 // exact and a wrap of the 32-bit counter can be staged.
 #include "datetime/timer_tables.h"
 
-#include <brindle/ole.h>
-#include <brindle/exports.h>
+#include "support/ole_helpers.h"
 
 #include <gtest/gtest.h>
 
