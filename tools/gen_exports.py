@@ -49,13 +49,11 @@ RESULTS = {
     "Date": "DATE",
     "LongPtr": "intptr_t",
     "String": "BSTR",
-    # Returned through a hidden pointer to the caller's VARIANT.
+    # Returned through a hidden first argument pointing at the caller's
+    # VARIANT. A __stdcall callee removes it with the others, but the
+    # decorated name GCC gives it (@N) does not count it, nor does exports.txt.
     "Variant": "VARIANT",
 }
-
-# Results that travel through a hidden first argument, which a __stdcall
-# callee removes from the stack with the others.
-HIDDEN_RESULT_BYTES = {"Variant": 4}
 
 DECLARE = re.compile(
     r"^Declare\s+(Function|Sub)\s+(\w+)\s*\((.*)\)\s*(?:As\s+(\w+))?\s*$", re.IGNORECASE
@@ -186,8 +184,7 @@ def write_if_changed(path, content):
 
 
 def stack_bytes(decl):
-    hidden = HIDDEN_RESULT_BYTES.get(decl["result"], 0) if decl["kind"] == "Function" else 0
-    return hidden + sum(a["stack"] for a in decl["args"])
+    return sum(a["stack"] for a in decl["args"])
 
 
 def c_header(decls, records):
