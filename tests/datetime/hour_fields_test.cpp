@@ -3,6 +3,7 @@
 // library's own getter, never assumed.
 #include "support/ole_helpers.h"
 
+#include <cstdio>
 #include <string>
 
 using namespace brindle::test;
