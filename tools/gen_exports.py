@@ -49,10 +49,9 @@ RESULTS = {
     "Date": "DATE",
     "LongPtr": "intptr_t",
     "String": "BSTR",
-    # A Variant result travels as a hidden pointer to the caller's VARIANT
-    # (the C rule for a 16-byte structure). The callee pops that pointer too,
-    # but MinGW's @N decoration does not count it, so the stack size of the
-    # list (which names the decorated symbol) does not either.
+    # Returned through a hidden first argument pointing at the caller's
+    # VARIANT. A __stdcall callee removes it with the others, but the
+    # decorated name GCC gives it (@N) does not count it, nor does exports.txt.
     "Variant": "VARIANT",
 }
 
