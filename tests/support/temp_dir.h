@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <random>
 #include <fstream>
 #include <iterator>
 #include <string>
@@ -14,11 +15,17 @@ namespace brindle::test {
 
 class TempDirTest : public ::testing::Test {
   protected:
+    // Test programs of several worktrees may run at once: each process gets
+    // its own directories.
+    static std::string process_tag() {
+        static const std::string tag = std::to_string(std::random_device{}());
+        return tag;
+    }
     void SetUp() override {
         old_ = std::filesystem::current_path();
         const auto *info = ::testing::UnitTest::GetInstance()->current_test_info();
         dir_ = std::filesystem::temp_directory_path() /
-               (std::string("brindle-") + info->test_suite_name() + "-" + info->name());
+               (std::string("brindle-") + info->test_suite_name() + "-" + info->name() + "-" + process_tag());
         std::filesystem::remove_all(dir_);
         std::filesystem::create_directories(dir_);
         std::filesystem::current_path(dir_);
