@@ -22,7 +22,9 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <initializer_list>
 #include <optional>
+#include <string>
 #include <type_traits>
 
 namespace brindle::frame {
@@ -72,6 +74,7 @@ class ArrayElements {
     bool write(int32_t index, const void *in, size_t in_size) noexcept;
 
     SAFEARRAY *array_;
+    unsigned dims_ = 0;
     int32_t lower_ = 0;
     int32_t upper_ = -1;
     size_t count_ = 0;
@@ -112,5 +115,17 @@ class ArrayBlock {
     int32_t lower1_ = 0;
     int32_t lower2_ = 0;
 };
+
+// One element of a string array (VB hands a Declare its String arrays as
+// arrays of byte strings), by a full index vector listing dimension 1 first.
+// Nothing for a null element, an index outside the bounds, a vector whose
+// length is not the array's dimension count, or an array that does not hold
+// strings (whose elements must never be taken for string handles).
+std::optional<std::string> string_element(SAFEARRAY **ref, std::initializer_list<int32_t> indices);
+
+// Resizes the last dimension of the caller's array to `count` elements,
+// keeping its lower bound (VB's ReDim Preserve). Call it only while no
+// ArrayBlock holds the array locked. False when the system refuses.
+bool redim_last(SAFEARRAY **ref, size_t count) noexcept;
 
 } // namespace brindle::frame
