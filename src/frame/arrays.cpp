@@ -184,11 +184,15 @@ ArrayBlock::~ArrayBlock() {
         SafeArrayUnaccessData(array_);
 }
 
-std::optional<std::string> string_element(SAFEARRAY **ref, std::initializer_list<int32_t> indices) {
+bool is_string_array(SAFEARRAY **ref) noexcept {
     SAFEARRAY *array = ref == nullptr ? nullptr : *ref;
-    if (array == nullptr || SafeArrayGetDim(array) != indices.size() || !(array->fFeatures & FADF_BSTR) ||
-        SafeArrayGetElemsize(array) != sizeof(BSTR))
+    return array != nullptr && (array->fFeatures & FADF_BSTR) && SafeArrayGetElemsize(array) == sizeof(BSTR);
+}
+
+std::optional<std::string> string_element(SAFEARRAY **ref, std::initializer_list<int32_t> indices) {
+    if (!is_string_array(ref) || SafeArrayGetDim(*ref) != indices.size())
         return std::nullopt;
+    SAFEARRAY *array = *ref;
     std::vector<LONG> at(indices.begin(), indices.end());
     BSTR copy = nullptr;
     if (SafeArrayGetElement(array, at.data(), &copy) != S_OK || copy == nullptr)

@@ -121,6 +121,7 @@ class ArrayBlock {
 // Nothing for a null element, an index outside the bounds, a vector whose
 // length is not the array's dimension count, or an array that does not hold
 // strings (whose elements must never be taken for string handles).
+bool is_string_array(SAFEARRAY **ref) noexcept;
 std::optional<std::string> string_element(SAFEARRAY **ref, std::initializer_list<int32_t> indices);
 
 // Resizes the last dimension of the caller's array to `count` elements,
