@@ -444,7 +444,7 @@ TEST(TypedSort, SeveralKeysOfMixedTypesRefineExactly) {
     EXPECT_EQ(k.RecordSize, 32);
 
     const auto tuple_of = [](const Rec &r) {
-        return std::make_tuple(r.byte, fold(r.name, 3), r.small, r.d, std::atof(std::string(r.num, 4).c_str()), r.f);
+        return std::make_tuple(r.byte, fold(r.name, 3), r.small, static_cast<double>(r.d), std::atof(std::string(r.num, 4).c_str()), r.f);
     };
     std::vector<Rec> expected = input;
     std::stable_sort(expected.begin(), expected.end(), [&](const Rec &x, const Rec &y) {
@@ -480,7 +480,7 @@ TEST(TypedSort, CaseSensitiveTextToTheZeroByteAndCurrencyReadAsDouble) {
         const int c = std::strncmp(got[i - 1].name, got[i].name, 8);
         ASSERT_LE(c, 0) << i;
         if (c == 0) {
-            ASSERT_GE(got[i - 1].d, got[i].d) << i;
+            ASSERT_GE(static_cast<double>(got[i - 1].d), static_cast<double>(got[i].d)) << i;
         }
     }
 }
@@ -557,14 +557,13 @@ TEST(TypedSort, UnknownCodesAndKeysOutsideTheRecordTerminateInPlace) {
 
 namespace {
 
-#pragma pack(push, 4)
+// Natural alignment, as a 64-bit client lays out a record of Variants.
 struct VRec {
     VARIANT a;
     VARIANT b;
     const OLECHAR *text; // a wide string, or null
     int32_t id;
 };
-#pragma pack(pop)
 
 } // namespace
 
