@@ -150,7 +150,7 @@ template <class U, class T, class Image> bool radix_sort(T *a, size_t n, Image i
         std::swap(from, to);
     }
     if (from != a)
-        std::memcpy(a, from, n * sizeof(T));
+        std::copy(from, from + n, a);
     return true;
 }
 
