@@ -2,6 +2,7 @@
 // array, record slices of a two-dimensional one) and the sorts of
 // fixed-size records packed in one string.
 #include "arrays/block_units.h"
+#include "arrays/record_text_order.h"
 #include "arrays/sort_engine.h"
 #include "arrays/typed_sort.h"
 #include "frame/frame.h"
@@ -46,26 +47,11 @@ template <class T> void sort_typed(const BlockUnits &u, bool descending) {
     });
 }
 
-// The C runtime's case-insensitive comparison of zero-terminated text
-// ("C" locale: A-Z fold to a-z), returning the difference of the first
-// unequal folded bytes. The end of the buffer counts as a terminator.
-int compare_text_nocase(const unsigned char *x, const unsigned char *y, const unsigned char *end) {
-    for (;;) {
-        const int a = x < end ? *x : 0;
-        const int b = y < end ? *y : 0;
-        const int fa = (a >= 'A' && a <= 'Z') ? a + 32 : a;
-        const int fb = (b >= 'A' && b <= 'Z') ? b + 32 : b;
-        if (fa != fb || fa == 0)
-            return fa - fb;
-        ++x;
-        ++y;
-    }
-}
-
 // Sorts `count` records of `size` bytes packed in the caller's string. The
 // comparison starts at each record's first byte and, as the family has
 // always done, runs on into the records behind it until a difference or a
-// zero byte - but never past the string's last byte. The descending form
+// zero byte - but never past the string's last byte (RecordTextOrder gives
+// that comparison in logarithmic time, so equal runs cost nothing extra). The descending form
 // keeps only differences of adjacent character codes (-1 and +1, reversed)
 // and calls every other difference equal.
 int16_t sort_string_records(BSTR *buffer, int32_t count, int32_t size, bool descending) {
@@ -74,10 +60,11 @@ int16_t sort_string_records(BSTR *buffer, int32_t count, int32_t size, bool desc
         static_cast<uint64_t>(count) * static_cast<uint64_t>(size) > text.size())
         return 0;
     auto *base = reinterpret_cast<unsigned char *>(text.writable());
-    const unsigned char *end = base + text.size();
-    sort_units(base, static_cast<size_t>(count), static_cast<size_t>(size),
-               [descending, end](const unsigned char *x, const unsigned char *y) {
-                   const int r = compare_text_nocase(x, y, end);
+    const size_t unit = static_cast<size_t>(size);
+    const RecordTextOrder order(base, unit, text.size());
+    sort_units(base, static_cast<size_t>(count), unit,
+               [descending, base, unit, &order](const unsigned char *x, const unsigned char *y) {
+                   const int r = order.compare(static_cast<size_t>(x - base) / unit, static_cast<size_t>(y - base) / unit);
                    if (!descending)
                        return r;
                    return r == -1 ? 1 : r == 1 ? -1 : 0;
