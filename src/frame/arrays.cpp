@@ -170,6 +170,7 @@ ArrayBlock::ArrayBlock(SAFEARRAY **ref) noexcept {
         count2_ = bound_count(lower, upper);
     }
     element_size_ = SafeArrayGetElemsize(array);
+    references_ = (array->fFeatures & (FADF_BSTR | FADF_VARIANT | FADF_UNKNOWN | FADF_DISPATCH | FADF_RECORD)) != 0;
     void *data = nullptr;
     if (SafeArrayAccessData(array, &data) != S_OK)
         return;

@@ -105,6 +105,12 @@ class ArrayBlock {
     void *data() const noexcept { return data_; }
     template <class T> T *as() const noexcept { return static_cast<T *>(data_); }
 
+    // The elements own something (strings, variants, interfaces, records
+    // that may hold them): moving their bytes piecemeal would leave the
+    // array's owner freeing what it no longer owns, so byte-level routines
+    // that split or duplicate elements leave such arrays alone.
+    bool holds_references() const noexcept { return references_; }
+
   private:
     SAFEARRAY *array_ = nullptr;
     void *data_ = nullptr;
@@ -114,6 +120,7 @@ class ArrayBlock {
     size_t count2_ = 0;
     int32_t lower1_ = 0;
     int32_t lower2_ = 0;
+    bool references_ = false;
 };
 
 // One element of a string array (VB hands a Declare its String arrays as
