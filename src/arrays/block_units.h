@@ -39,7 +39,8 @@ inline BlockUnits block_units(const frame::ArrayBlock &block, size_t width) noex
 
 // The numeric sort of cSortI .. cReverseSortD on a locked block: elements,
 // or record slices compared element by element from the first. False for a
-// type code outside 2..5 (nothing sorted). Throws std::bad_alloc.
+// type code outside 2..5 and for arrays whose elements own strings, variants
+// or interfaces (nothing sorted). Throws std::bad_alloc.
 bool sort_block(const frame::ArrayBlock &block, int16_t code, bool descending);
 
 // The parameters of dimension 1 of any array, with the 16-bit truncations

@@ -5,7 +5,8 @@
 // then redimensioned to the units kept.
 //
 // Results: the number of units kept; 0 for an array of more than two
-// dimensions; -1 the scratch file cannot be created, -2 a short write, -3 the
+// dimensions (and for arrays of strings, variants and the like, whose
+// elements must not be duplicated byte by byte); -1 the scratch file cannot be created, -2 a short write, -3 the
 // file could not be completed, -4 it cannot be reopened, -5 a short read.
 // The scratch file is removed on every path.
 #include "arrays/block_units.h"

@@ -19,7 +19,9 @@ int16_t shift(SAFEARRAY **array, int16_t code, const void *value, bool left) {
     if (!block.ok())
         return 0;
     const auto width = element_width(code);
-    if (!width || block.data() == nullptr)
+    // Arrays of strings, variants and the like are left alone: a shift
+    // would duplicate one element's reference and lose another's.
+    if (!width || block.data() == nullptr || block.holds_references())
         return -1;
     const size_t w = *width;
     // Dimension 1 only, and never more elements than the block holds.

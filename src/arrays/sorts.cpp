@@ -109,7 +109,7 @@ int16_t sort_numeric(SAFEARRAY **array, int16_t code, bool descending) {
 
 bool sort_block(const ArrayBlock &block, int16_t code, bool descending) {
     const auto width = element_width(code);
-    if (!width || code == static_cast<int16_t>(ElementType::Byte))
+    if (!width || code == static_cast<int16_t>(ElementType::Byte) || block.holds_references())
         return false;
     const BlockUnits u = block_units(block, *width);
     switch (static_cast<ElementType>(code)) {
