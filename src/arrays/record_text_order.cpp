@@ -24,6 +24,20 @@ int compare_text_nocase(const unsigned char *x, const unsigned char *y, const un
     }
 }
 
+int compare_text_nocase(const unsigned char *x, const unsigned char *y, const unsigned char *end,
+                        size_t *budget) noexcept {
+    for (;; --*budget) {
+        if (*budget == 0)
+            return 0;
+        const int a = x < end ? fold(*x) : 0;
+        const int b = y < end ? fold(*y) : 0;
+        if (a != b || a == 0)
+            return a - b;
+        ++x;
+        ++y;
+    }
+}
+
 int RecordTextOrder::byte(size_t u, size_t k) const noexcept {
     const size_t at = u * size_ + k;
     return at < length_ ? fold(base_[at]) : 0;

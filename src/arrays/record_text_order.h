@@ -31,6 +31,11 @@ namespace brindle::arrays {
 // terminator: the difference of the first unequal folded bytes, or 0.
 int compare_text_nocase(const unsigned char *x, const unsigned char *y, const unsigned char *end) noexcept;
 
+// The same comparison on a budget of bytes: each byte pair read takes one
+// from *budget; when it runs out the answer is 0 and *budget stays 0.
+int compare_text_nocase(const unsigned char *x, const unsigned char *y, const unsigned char *end,
+                        size_t *budget) noexcept;
+
 class RecordTextOrder {
   public:
     // Records of `size` (> 0) bytes from `base`, in a buffer of `length`

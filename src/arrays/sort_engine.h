@@ -196,21 +196,35 @@ template <class T> void sort_numbers(T *a, size_t n, bool descending) {
         std::reverse(a, a + n);
 }
 
-// Sorts `count` units of `unit` bytes each at `base` by `compare`, a three-way
-// comparison (negative, zero, positive) of two units' addresses. Throws
-// std::bad_alloc when there is no memory for the pointers and the copy.
-template <class Compare> void sort_units(unsigned char *base, size_t count, size_t unit, Compare compare) {
-    if (base == nullptr || count < 2 || unit == 0)
-        return;
+// The order of `count` units of `unit` bytes each at `base` by `compare`, a
+// three-way comparison (negative, zero, positive) of two units' addresses:
+// pointers to the units, sorted; the units themselves are not moved.
+template <class Compare>
+std::vector<const unsigned char *> unit_order(unsigned char *base, size_t count, size_t unit, Compare compare) {
     std::vector<const unsigned char *> order(count);
     for (size_t i = 0; i < count; ++i)
         order[i] = base + i * unit;
     safe_sort(order.data(), count,
               [&](const unsigned char *x, const unsigned char *y) { return compare(x, y) < 0; });
-    std::vector<unsigned char> sorted(count * unit);
-    for (size_t i = 0; i < count; ++i)
+    return order;
+}
+
+// Moves the units into the order unit_order gave.
+inline void gather_units(unsigned char *base, size_t unit, const std::vector<const unsigned char *> &order) {
+    std::vector<unsigned char> sorted(order.size() * unit);
+    for (size_t i = 0; i < order.size(); ++i)
         std::memcpy(sorted.data() + i * unit, order[i], unit);
-    std::memcpy(base, sorted.data(), sorted.size());
+    if (!sorted.empty())
+        std::memcpy(base, sorted.data(), sorted.size());
+}
+
+// Sorts the units in place: a sort of pointers, then one pass that moves the
+// units. Throws std::bad_alloc when there is no memory for the pointers and
+// the copy (the units are then as they were).
+template <class Compare> void sort_units(unsigned char *base, size_t count, size_t unit, Compare compare) {
+    if (base == nullptr || count < 2 || unit == 0)
+        return;
+    gather_units(base, unit, unit_order(base, count, unit, compare));
 }
 
 } // namespace brindle::arrays

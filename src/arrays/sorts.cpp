@@ -7,6 +7,7 @@
 #include "arrays/typed_sort.h"
 #include "frame/frame.h"
 
+#include <cstdint>
 #include <cstring>
 
 using namespace brindle::frame;
@@ -50,8 +51,8 @@ template <class T> void sort_typed(const BlockUnits &u, bool descending) {
 // Sorts `count` records of `size` bytes packed in the caller's string. The
 // comparison starts at each record's first byte and, as the family has
 // always done, runs on into the records behind it until a difference or a
-// zero byte - but never past the string's last byte (RecordTextOrder gives
-// that comparison in logarithmic time, so equal runs cost nothing extra). The descending form
+// zero byte - but never past the string's last byte (long runs of equal
+// text are left to RecordTextOrder, which keeps the sort n log n). The descending form
 // keeps only differences of adjacent character codes (-1 and +1, reversed)
 // and calls every other difference equal.
 int16_t sort_string_records(BSTR *buffer, int32_t count, int32_t size, bool descending) {
@@ -60,15 +61,32 @@ int16_t sort_string_records(BSTR *buffer, int32_t count, int32_t size, bool desc
         static_cast<uint64_t>(count) * static_cast<uint64_t>(size) > text.size())
         return 0;
     auto *base = reinterpret_cast<unsigned char *>(text.writable());
-    const size_t unit = static_cast<size_t>(size);
-    const RecordTextOrder order(base, unit, text.size());
-    sort_units(base, static_cast<size_t>(count), unit,
-               [descending, base, unit, &order](const unsigned char *x, const unsigned char *y) {
-                   const int r = order.compare(static_cast<size_t>(x - base) / unit, static_cast<size_t>(y - base) / unit);
-                   if (!descending)
-                       return r;
-                   return r == -1 ? 1 : r == 1 ? -1 : 0;
-               });
+    const unsigned char *end = base + text.size();
+    const size_t n = static_cast<size_t>(count), unit = static_cast<size_t>(size);
+    const auto direction = [descending](int r) {
+        if (!descending)
+            return r;
+        return r == -1 ? 1 : r == 1 ? -1 : 0;
+    };
+    // Most texts differ within a few bytes of where two records start, and
+    // the direct comparison is the quickest. A budget of bytes read, far
+    // above what such texts need, catches the long equal runs; the sort then
+    // starts over with the comparison answered by RecordTextOrder.
+    size_t log2n = 1;
+    while ((size_t{1} << log2n) < n)
+        ++log2n;
+    const double allowance = 2.0 * (static_cast<double>(n) * static_cast<double>(log2n) + 64) * (static_cast<double>(unit) + 8);
+    size_t budget = allowance < static_cast<double>(SIZE_MAX / 2) ? static_cast<size_t>(allowance) : SIZE_MAX / 2;
+    auto order = unit_order(base, n, unit, [&](const unsigned char *x, const unsigned char *y) {
+        return direction(compare_text_nocase(x, y, end, &budget));
+    });
+    if (budget == 0) {
+        const RecordTextOrder text_order(base, unit, text.size());
+        order = unit_order(base, n, unit, [&](const unsigned char *x, const unsigned char *y) {
+            return direction(text_order.compare(static_cast<size_t>(x - base) / unit, static_cast<size_t>(y - base) / unit));
+        });
+    }
+    gather_units(base, unit, order);
     return -1;
 }
 
