@@ -318,16 +318,15 @@ class Sorter {
     // Sorts order[0..n) by key k, then refines each run equal on it by the
     // keys after it.
     void sort(uint32_t *order, size_t n, size_t k) {
+        if (n >= kRadixMinimum && radix(order, n, k))
+            return;
         const Key &key = keys_[k];
-        std::vector<uint64_t> images;
-        const bool by_image = n >= kRadixMinimum && radix(order, n, key, &images);
-        if (!by_image)
-            safe_sort(order, n, [&key](uint32_t x, uint32_t y) { return key.compare(x, y) < 0; });
+        safe_sort(order, n, [&key](uint32_t x, uint32_t y) { return key.compare(x, y) < 0; });
         if (k + 1 >= keys_.size())
             return;
         size_t start = 0;
         for (size_t i = 1; i <= n; ++i) {
-            if (i < n && (by_image ? images[i - 1] == images[i] : key.compare(order[i - 1], order[i]) == 0))
+            if (i < n && key.compare(order[i - 1], order[i]) == 0)
                 continue;
             if (i - start >= 2)
                 sort(order + start, i - start, k + 1);
@@ -338,23 +337,55 @@ class Sorter {
   private:
     static constexpr size_t kRadixMinimum = 512;
 
-    // Numeric keys of long ranges: a radix sort of (image, record) pairs,
-    // which reads each record once instead of twice per comparison. False
-    // (order untouched) when the key has no image or memory is short.
-    static bool radix(uint32_t *order, size_t n, const Key &key, std::vector<uint64_t> *images) {
+    // Long ranges whose next keys are numeric: each record's images of those
+    // keys are read once, in order, and a stable radix sort by each key from
+    // the last to the first orders the range by all of them at once, which
+    // is exactly the sort by the first refined by the others. Runs equal on
+    // all of them go on to the next key. False (order untouched) when key k
+    // has no image, a NaN turns up, or memory is short.
+    bool radix(uint32_t *order, size_t n, size_t k) {
+        size_t j = k;
+        std::vector<std::vector<uint64_t>> images; // [key - k][position]
+        while (j < keys_.size()) {
+            std::vector<uint64_t> column(n);
+            bool ok = true;
+            for (size_t i = 0; i < n && ok; ++i)
+                ok = keys_[j].image(order[i], &column[i]);
+            if (!ok)
+                break;
+            images.push_back(std::move(column));
+            ++j;
+        }
+        if (images.empty())
+            return false;
         using Pair = std::pair<uint64_t, uint32_t>;
         std::vector<Pair> pairs(n);
-        for (size_t i = 0; i < n; ++i) {
-            if (!key.image(order[i], &pairs[i].first))
+        for (size_t i = 0; i < n; ++i)
+            pairs[i].second = static_cast<uint32_t>(i); // positions in order[]
+        for (size_t key = images.size(); key-- > 0;) {
+            for (Pair &p : pairs)
+                p.first = images[key][p.second];
+            if (!detail::radix_sort<uint64_t>(pairs.data(), n, [](const Pair &p) { return p.first; }))
                 return false;
-            pairs[i].second = order[i];
         }
-        if (!detail::radix_sort<uint64_t>(pairs.data(), n, [](const Pair &p) { return p.first; }))
-            return false;
-        images->resize(n);
-        for (size_t i = 0; i < n; ++i) {
-            order[i] = pairs[i].second;
-            (*images)[i] = pairs[i].first;
+        const std::vector<uint32_t> before(order, order + n);
+        for (size_t i = 0; i < n; ++i)
+            order[i] = before[pairs[i].second];
+        if (j >= keys_.size())
+            return true;
+        const auto same = [&](size_t a, size_t b) {
+            for (const auto &column : images)
+                if (column[pairs[a].second] != column[pairs[b].second])
+                    return false;
+            return true;
+        };
+        size_t start = 0;
+        for (size_t i = 1; i <= n; ++i) {
+            if (i < n && same(i - 1, i))
+                continue;
+            if (i - start >= 2)
+                sort(order + start, i - start, j);
+            start = i;
         }
         return true;
     }
