@@ -141,4 +141,3 @@ BENCHMARK(BM_RemoveDuplicates)->Arg(10'000'000)->UseManualTime()->Unit(benchmark
 
 } // namespace
 
-BENCHMARK_MAIN();
