@@ -652,7 +652,8 @@ TEST(TypedSort, VariantKeysAndWideStringPointers) {
                     V_VT(&r.b) = VT_I4;
                     V_I4(&r.b) = 3;
                 }
-                if (c.key_b == -8) {
+                // Dates for -8, with every other Long left to be converted.
+                if (c.key_b == -8 && (V_VT(&r.b) == VT_R8 || r.id % 8 == 0)) {
                     const double day = 45000.25 * (V_VT(&r.b) == VT_I4 ? V_I4(&r.b) : V_R8(&r.b));
                     V_VT(&r.b) = VT_DATE;
                     V_DATE(&r.b) = day;
