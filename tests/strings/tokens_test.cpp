@@ -308,16 +308,16 @@ TEST(Mix, ShufflesWithTheRuntimeGeneratorSeededBySeconds) {
             state = state * 214013u + 2531011u;
             return static_cast<size_t>((state >> 16) & 0x7FFF) % text.size();
         };
-        std::string expected = text;
+        std::string shuffled = text;
         for (size_t k = 0; k < text.size(); ++k) {
             size_t i = draw(), j = draw();
             if (i == j) {
                 i = draw();
                 j = draw();
             }
-            std::swap(expected[i], expected[j]);
+            std::swap(shuffled[i], shuffled[j]);
         }
-        EXPECT_EQ(first, expected);
+        EXPECT_EQ(first, shuffled);
         break;
     }
 
