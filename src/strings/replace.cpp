@@ -1,0 +1,115 @@
+#include "strings/replace.h"
+
+#include "strings/str_find.h"
+
+#include <cstring>
+
+namespace brindle::strings {
+
+namespace {
+
+constexpr unsigned char fold(char c) {
+    const auto u = static_cast<unsigned char>(c);
+    return (u >= 'A' && u <= 'Z') ? static_cast<unsigned char>(u + 32) : u;
+}
+
+} // namespace
+
+std::optional<std::string> ReplaceAll(std::string_view text, std::string_view old_text, std::string_view new_text,
+                                      bool case_sensitive, size_t limit) {
+    if (old_text.empty())
+        return std::string(text);
+    if (new_text.size() > old_text.size()) {
+        // When the most occurrences the text could hold might push the result
+        // past the limit, count them first, so that a refused result is
+        // never built.
+        const size_t growth = new_text.size() - old_text.size();
+        const size_t room = limit > text.size() ? limit - text.size() : 0;
+        if (text.size() / old_text.size() > room / growth) {
+            size_t count = 0;
+            for (size_t at = StrFindFrom(text, old_text, 0, case_sensitive); at != kNotFound;
+                 at = StrFindFrom(text, old_text, at + old_text.size(), case_sensitive))
+                ++count;
+            if (count > room / growth)
+                return std::nullopt;
+        }
+    }
+    std::string out;
+    size_t from = 0;
+    for (size_t at = StrFindFrom(text, old_text, 0, case_sensitive); at != kNotFound;
+         at = StrFindFrom(text, old_text, from, case_sensitive)) {
+        if (out.empty())
+            out.reserve(text.size() + (new_text.size() > old_text.size() ? text.size() / 8 : 0));
+        out.append(text.substr(from, at - from));
+        out.append(new_text);
+        from = at + old_text.size();
+        if (out.size() > limit)
+            return std::nullopt;
+    }
+    if (from == 0)
+        return std::string(text); // no occurrence
+    out.append(text.substr(from));
+    if (out.size() > limit)
+        return std::nullopt;
+    return out;
+}
+
+std::optional<std::string> ReplacePairs(std::string_view text, std::string_view pairs, bool case_sensitive,
+                                        size_t limit) {
+    std::string current(text);
+    size_t pos = 0;
+    while (pos <= pairs.size()) {
+        size_t end = pairs.find(';', pos);
+        if (end == std::string_view::npos)
+            end = pairs.size();
+        const std::string_view pair = pairs.substr(pos, end - pos);
+        pos = end + 1;
+        const size_t bar = pair.find('|');
+        const std::string_view old_text = pair.substr(0, bar);
+        const std::string_view new_text = bar == std::string_view::npos ? std::string_view() : pair.substr(bar + 1);
+        if (old_text.empty())
+            continue; // an empty old text would match forever
+        std::optional<std::string> next = ReplaceAll(current, old_text, new_text, case_sensitive, limit);
+        if (!next)
+            return std::nullopt;
+        current = std::move(*next);
+    }
+    return current;
+}
+
+std::string DeleteAll(std::string_view text, std::string_view sub, bool case_sensitive) {
+    if (sub.empty())
+        return std::string(text);
+    // The result is built as a stack: after each byte, an occurrence ending
+    // there is popped at once. The occurrence popped first is always the
+    // leftmost one of the current text (with a fixed length, leftmost start
+    // means earliest end), and what remains before it holds none, so this
+    // is the repeated leftmost removal in one pass.
+    const size_t m = sub.size();
+    const char last = sub.back();
+    const unsigned char last_folded = fold(last);
+    std::string out;
+    out.reserve(text.size());
+    for (const char c : text) {
+        out.push_back(c);
+        if (out.size() < m)
+            continue;
+        const bool tail_may_match = case_sensitive ? c == last : fold(c) == last_folded;
+        if (!tail_may_match)
+            continue;
+        const char *tail = out.data() + out.size() - m;
+        bool equal;
+        if (case_sensitive) {
+            equal = std::memcmp(tail, sub.data(), m) == 0;
+        } else {
+            equal = true;
+            for (size_t k = 0; k < m && equal; ++k)
+                equal = fold(tail[k]) == fold(sub[k]);
+        }
+        if (equal)
+            out.resize(out.size() - m);
+    }
+    return out;
+}
+
+} // namespace brindle::strings
