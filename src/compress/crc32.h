@@ -1,6 +1,6 @@
 // The CRC-32 engine (CRC-32/ISO-HDLC, as zip and Ethernet use it: reflected
-// polynomial 0xEDB88320, least-significant bit first). One engine serves the
-// string, file and typed-array checksums.
+// polynomial 0xEDB88320, least-significant bit first), on zlib's tables.
+// One engine serves the string, file and typed-array checksums.
 //
 // Two ways of starting and ending exist, and both are part of the interface:
 //   plain    register starts at 0xFFFFFFFF, result is the register inverted

@@ -71,32 +71,29 @@ BRINDLE_EXPORT(BSTR) cBlockCharFromRight(BSTR *Txt, int32_t Position) {
     });
 }
 
-// Rotate left by one; a one-character text is handed back as it came.
-BRINDLE_EXPORT(BSTR) cScrollL(BSTR *Txt) {
-    return guarded_string([&] {
-        const StrArg text = StrArg::by_ref(Txt);
-        if (text.empty())
-            return empty_string();
-        if (text.size() == 1)
-            return same_handle(text);
-        StringResult out(text.size());
-        std::rotate_copy(text.data(), text.data() + 1, text.data() + text.size(), out.data());
-        return out.take();
-    });
+namespace {
+
+// Rotate by one place; a one-character text is handed back as it came.
+BSTR rotated(BSTR *Txt, bool left) {
+    const StrArg text = StrArg::by_ref(Txt);
+    if (text.empty())
+        return empty_string();
+    if (text.size() == 1)
+        return same_handle(text);
+    StringResult out(text.size());
+    const char *middle = left ? text.data() + 1 : text.data() + text.size() - 1;
+    std::rotate_copy(text.data(), middle, text.data() + text.size(), out.data());
+    return out.take();
 }
 
-// Rotate right by one; a one-character text is handed back as it came.
+} // namespace
+
+BRINDLE_EXPORT(BSTR) cScrollL(BSTR *Txt) {
+    return guarded_string([&] { return rotated(Txt, true); });
+}
+
 BRINDLE_EXPORT(BSTR) cScrollR(BSTR *Txt) {
-    return guarded_string([&] {
-        const StrArg text = StrArg::by_ref(Txt);
-        if (text.empty())
-            return empty_string();
-        if (text.size() == 1)
-            return same_handle(text);
-        StringResult out(text.size());
-        std::rotate_copy(text.data(), text.data() + text.size() - 1, text.data() + text.size(), out.data());
-        return out.take();
-    });
+    return guarded_string([&] { return rotated(Txt, false); });
 }
 
 BRINDLE_EXPORT(BSTR) cReverse(BSTR *Txt) {

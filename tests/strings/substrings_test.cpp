@@ -123,47 +123,41 @@ TEST(Fields, GetInRNumbersFieldsFromTheRight) {
     EXPECT_EQ(call2n(cGetInR, "a,b", ",", 0), "");
 }
 
-TEST(Fields, GetInPartSplitsAtTheFirstSeparator) {
-    struct Row {
-        const char *text;
-        int32_t flag;
-        const char *expected;
-        bool is_input;
-    };
-    const Row rows[] = {
-        {"key=value=x", -1, "key", false}, {"key=value=x", 0, "value=x", false},
-        {"=value", -1, "", false},         {"key=", 0, "", false},
-        {"plain", -1, "", false},          {"plain", 0, "plain", true},
-        {"plain", 1, "plain", true},       {"key=value", 1, "value", false},
-    };
-    for (const Row &row : rows) {
-        Bstr t(row.text), s("=");
-        const Returned r = returned(cGetInPart(t.ref(), s.ref(), row.flag), {&t});
+struct SplitRow {
+    const char *text;
+    int32_t flag;
+    const char *expected;
+    bool is_input;
+};
+
+template <class F, size_t N> void check_splits(F split, const char *sep, const SplitRow (&rows)[N]) {
+    for (const SplitRow &row : rows) {
+        Bstr t(row.text), s(sep);
+        const Returned r = returned(split(t.ref(), s.ref(), row.flag), {&t});
         EXPECT_EQ(r.bytes, row.expected) << row.text << " flag " << row.flag;
         EXPECT_EQ(r.is_input, row.is_input) << row.text << " flag " << row.flag;
         EXPECT_FALSE(r.is_null);
     }
 }
 
-TEST(Fields, GetInPartRSplitsAtTheLastSeparatorAndHandsBackTheOtherCase) {
-    struct Row {
-        const char *text;
-        int32_t flag;
-        const char *expected;
-        bool is_input;
+TEST(Fields, GetInPartSplitsAtTheFirstSeparator) {
+    const SplitRow rows[] = {
+        {"key=value=x", -1, "key", false}, {"key=value=x", 0, "value=x", false},
+        {"=value", -1, "", false},         {"key=", 0, "", false},
+        {"plain", -1, "", false},          {"plain", 0, "plain", true},
+        {"plain", 1, "plain", true},       {"key=value", 1, "value", false},
     };
-    const Row rows[] = {
+    check_splits(cGetInPart, "=", rows);
+}
+
+TEST(Fields, GetInPartRSplitsAtTheLastSeparatorAndHandsBackTheOtherCase) {
+    const SplitRow rows[] = {
         {"a\\b\\file", -1, "file", false}, {"a\\b\\file", 0, "a\\b", false},
         {"dir\\", -1, "", false},          {"\\file", 0, "", false},
         {"plain", -1, "plain", true},      {"plain", 0, "", false},
         {"plain", 1, "", false},           {"a\\b", 1, "a", false},
     };
-    for (const Row &row : rows) {
-        Bstr t(row.text), s("\\");
-        const Returned r = returned(cGetInPartR(t.ref(), s.ref(), row.flag), {&t});
-        EXPECT_EQ(r.bytes, row.expected) << row.text << " flag " << row.flag;
-        EXPECT_EQ(r.is_input, row.is_input) << row.text << " flag " << row.flag;
-    }
+    check_splits(cGetInPartR, "\\", rows);
     Bstr t("abc"), none;
     EXPECT_EQ(str(cGetInPart(t.ref(), none.ref(), 0)), "");
     EXPECT_EQ(str(cGetInPartR(none.ref(), t.ref(), -1)), "");
