@@ -15,10 +15,18 @@ constexpr unsigned char fold(char c) {
 
 } // namespace
 
-std::optional<std::string> ReplaceAll(std::string_view text, std::string_view old_text, std::string_view new_text,
-                                      bool case_sensitive, size_t limit) {
+namespace {
+
+enum class Outcome { Unchanged, Replaced, TooLong };
+
+// The replacement of one pair into `out`; Unchanged leaves `out` alone.
+Outcome replace_into(std::string_view text, std::string_view old_text, std::string_view new_text,
+                     bool case_sensitive, size_t limit, std::string &out) {
     if (old_text.empty())
-        return std::string(text);
+        return Outcome::Unchanged;
+    size_t at = StrFindFrom(text, old_text, 0, case_sensitive);
+    if (at == kNotFound)
+        return Outcome::Unchanged;
     if (new_text.size() > old_text.size()) {
         // When the most occurrences the text could hold might push the result
         // past the limit, count them first, so that a refused result is
@@ -27,36 +35,50 @@ std::optional<std::string> ReplaceAll(std::string_view text, std::string_view ol
         const size_t room = limit > text.size() ? limit - text.size() : 0;
         if (text.size() / old_text.size() > room / growth) {
             size_t count = 0;
-            for (size_t at = StrFindFrom(text, old_text, 0, case_sensitive); at != kNotFound;
-                 at = StrFindFrom(text, old_text, at + old_text.size(), case_sensitive))
+            for (size_t c = at; c != kNotFound; c = StrFindFrom(text, old_text, c + old_text.size(), case_sensitive))
                 ++count;
             if (count > room / growth)
-                return std::nullopt;
+                return Outcome::TooLong;
         }
     }
-    std::string out;
+    std::string result;
+    result.reserve(text.size() + (new_text.size() > old_text.size() ? text.size() / 8 : 0));
     size_t from = 0;
-    for (size_t at = StrFindFrom(text, old_text, 0, case_sensitive); at != kNotFound;
-         at = StrFindFrom(text, old_text, from, case_sensitive)) {
-        if (out.empty())
-            out.reserve(text.size() + (new_text.size() > old_text.size() ? text.size() / 8 : 0));
-        out.append(text.substr(from, at - from));
-        out.append(new_text);
+    for (; at != kNotFound; at = StrFindFrom(text, old_text, from, case_sensitive)) {
+        result.append(text.substr(from, at - from));
+        result.append(new_text);
         from = at + old_text.size();
-        if (out.size() > limit)
-            return std::nullopt;
+        if (result.size() > limit)
+            return Outcome::TooLong;
     }
-    if (from == 0)
-        return std::string(text); // no occurrence
-    out.append(text.substr(from));
-    if (out.size() > limit)
+    result.append(text.substr(from));
+    if (result.size() > limit)
+        return Outcome::TooLong;
+    out = std::move(result);
+    return Outcome::Replaced;
+}
+
+} // namespace
+
+std::optional<std::string> ReplaceAll(std::string_view text, std::string_view old_text, std::string_view new_text,
+                                      bool case_sensitive, size_t limit) {
+    std::string out;
+    switch (replace_into(text, old_text, new_text, case_sensitive, limit, out)) {
+    case Outcome::Unchanged:
+        return std::string(text);
+    case Outcome::Replaced:
+        return out;
+    default:
         return std::nullopt;
-    return out;
+    }
 }
 
 std::optional<std::string> ReplacePairs(std::string_view text, std::string_view pairs, bool case_sensitive,
                                         size_t limit) {
-    std::string current(text);
+    // The text is copied only when a pair first changes it.
+    std::string current;
+    std::string_view view = text;
+    bool changed = false;
     size_t pos = 0;
     while (pos <= pairs.size()) {
         size_t end = pairs.find(';', pos);
@@ -67,13 +89,19 @@ std::optional<std::string> ReplacePairs(std::string_view text, std::string_view 
         const size_t bar = pair.find('|');
         const std::string_view old_text = pair.substr(0, bar);
         const std::string_view new_text = bar == std::string_view::npos ? std::string_view() : pair.substr(bar + 1);
-        if (old_text.empty())
-            continue; // an empty old text would match forever
-        std::optional<std::string> next = ReplaceAll(current, old_text, new_text, case_sensitive, limit);
-        if (!next)
+        // An empty old text would match forever: skipped.
+        std::string next;
+        const Outcome r = replace_into(view, old_text, new_text, case_sensitive, limit, next);
+        if (r == Outcome::TooLong)
             return std::nullopt;
-        current = std::move(*next);
+        if (r == Outcome::Replaced) {
+            current = std::move(next);
+            view = current;
+            changed = true;
+        }
     }
+    if (!changed)
+        return std::string(text);
     return current;
 }
 
