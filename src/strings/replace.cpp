@@ -2,6 +2,7 @@
 
 #include "strings/str_find.h"
 
+#include <algorithm>
 #include <cstring>
 
 namespace brindle::strings {
@@ -108,34 +109,60 @@ std::optional<std::string> ReplacePairs(std::string_view text, std::string_view 
 std::string DeleteAll(std::string_view text, std::string_view sub, bool case_sensitive) {
     if (sub.empty())
         return std::string(text);
-    // The result is built as a stack: after each byte, an occurrence ending
-    // there is popped at once. The occurrence popped first is always the
-    // leftmost one of the current text (with a fixed length, leftmost start
+    // The result is built as a stack: an occurrence is removed as soon as
+    // its last byte arrives. The occurrence removed first is always the
+    // leftmost of the current text (with a fixed length, leftmost start
     // means earliest end), and what remains before it holds none, so this
     // is the repeated leftmost removal in one pass.
-    const size_t m = sub.size();
-    const char last = sub.back();
-    const unsigned char last_folded = fold(last);
+    //
+    // Bytes are pushed one at a time only next to a removal, where the
+    // joined text may form a new occurrence: such an occurrence starts in
+    // the result before the junction, so it ends within m - 1 bytes after
+    // it. Elsewhere the text is searched and copied in bulk; the search
+    // starts up to m - 1 bytes back, in the input run that the result
+    // ends with, to catch an occurrence that the result's tail begins.
+    const size_t m = sub.size(), n = text.size();
     std::string out;
-    out.reserve(text.size());
-    for (const char c : text) {
-        out.push_back(c);
+    out.reserve(n);
+    auto tail_matches = [&] {
         if (out.size() < m)
-            continue;
-        const bool tail_may_match = case_sensitive ? c == last : fold(c) == last_folded;
-        if (!tail_may_match)
-            continue;
+            return false;
         const char *tail = out.data() + out.size() - m;
-        bool equal;
-        if (case_sensitive) {
-            equal = std::memcmp(tail, sub.data(), m) == 0;
-        } else {
-            equal = true;
-            for (size_t k = 0; k < m && equal; ++k)
-                equal = fold(tail[k]) == fold(sub[k]);
+        if (case_sensitive)
+            return std::memcmp(tail, sub.data(), m) == 0;
+        for (size_t k = 0; k < m; ++k)
+            if (fold(tail[k]) != fold(sub[k]))
+                return false;
+        return true;
+    };
+    size_t pos = 0;      // next input byte
+    size_t run = 0;      // input position where the result's current run of input bytes began
+    size_t careful = 0;  // bytes still to push one at a time
+    while (pos < n) {
+        if (careful > 0) {
+            out.push_back(text[pos++]);
+            --careful;
+            if (tail_matches()) {
+                out.resize(out.size() - m);
+                careful = m - 1;
+                run = pos;
+            }
+            continue;
         }
-        if (equal)
-            out.resize(out.size() - m);
+        const size_t from = std::max(run, pos >= m - 1 ? pos - (m - 1) : size_t{0});
+        const size_t at = StrFindFrom(text, sub, from, case_sensitive);
+        if (at == kNotFound) {
+            out.append(text.substr(pos));
+            break;
+        }
+        if (at >= pos) {
+            out.append(text.substr(pos, at - pos));
+        } else {
+            out.resize(out.size() - (pos - at)); // it began in the result's tail
+        }
+        pos = at + m;
+        run = pos;
+        careful = m - 1;
     }
     return out;
 }

@@ -76,9 +76,9 @@ TEST(ReplaceEngine, AgreesWithOneAtATime) {
 
 TEST(ReplaceEngine, DeleteAgreesWithRepeatedLeftmostRemoval) {
     std::mt19937 rng(7);
-    for (int round = 0; round < 50000; ++round) {
-        const std::string text = random_text(rng, 40, "abAB");
-        std::string sub = random_text(rng, 4, "abB");
+    for (int round = 0; round < 100000; ++round) {
+        const std::string text = random_text(rng, 60, "abAB");
+        std::string sub = random_text(rng, 5, "abB");
         if (sub.empty())
             sub = "ab";
         const bool cs = (round & 1) != 0;
