@@ -71,6 +71,11 @@ TEST_F(FileCrc, WholeFileBinaryAndText) {
     EXPECT_EQ(file_crc("empty.bin", 0), 0);
     EXPECT_EQ(file_crc("missing.bin", 0), -1);
     EXPECT_EQ(file_crc("", 0), -1);
+    std::filesystem::create_directory("folder");
+    EXPECT_EQ(file_crc("folder", 0), -1);
+    EXPECT_EQ(file_crc("folder", 1), -1);
+    Bstr folder("folder");
+    EXPECT_EQ(cFileCRC32Ext(-1, folder.ref()), -1);
 
     // Text mode: CR LF reads as LF, a Ctrl-Z ends the data.
     write_file("text.txt", "A\r\n");
