@@ -82,8 +82,8 @@ void BM_InStr_Memmem(benchmark::State &state) {
     state.SetBytesProcessed(static_cast<int64_t>(state.iterations()) * static_cast<int64_t>(text.size()));
 }
 
-// Replaces "the" by "THE!" (an occurrence every ~18 kB of random words is
-// rare; use a two-letter word so that there are hundreds of thousands).
+// Replaces a two-letter "word" that occurs tens of thousands of times in the
+// random text, by a longer one (the result grows).
 constexpr const char *kOld = "ab";
 constexpr const char *kNew = "XYZ";
 
