@@ -109,6 +109,24 @@ TEST(Similarity, ScoresWithTheLengthTableAndTruncatingDivisions) {
         EXPECT_EQ(score(r.a, r.b), r.score) << r.a << " / " << r.b;
 }
 
+TEST(Similarity, EveryRowOfTheLengthTable) {
+    // Words of 1..31 different characters against themselves and against
+    // their reversal, so that every entry of the length factor shows (and
+    // the factor 3 beyond 29). Values from a separate transcription of the
+    // definition in Python.
+    const int16_t same[] = {900, 800, 700, 650, 750, 850, 760, 840, 766, 714, 900, 828, 885, 825, 777, 925,
+                            975, 911, 955, 900, 1175, 1225, 1133, 1177, 1100, 1140, 1180, 1109, 1145, 1444, 1488};
+    const int16_t reversed[] = {900, 650, 533, 400, 425, 425, 340, 340, 283, 242, 283, 242, 242, 212, 188, 212,
+                                212, 188, 188, 170, 212, 212, 188, 188, 170, 170, 170, 154, 154, 188, 188};
+    const std::string letters = "abcdefghijklmnopqrstuvwxyz0123456789";
+    for (size_t len = 1; len <= 31; ++len) {
+        const std::string w = letters.substr(0, len);
+        const std::string r(w.rbegin(), w.rend());
+        EXPECT_EQ(score(w, w), same[len - 1]) << len;
+        EXPECT_EQ(score(w, r), reversed[len - 1]) << len;
+    }
+}
+
 TEST(Similarity, LongWords) {
     // 2,000 equal letters: the bonus passes 12 million, far beyond 16 bits;
     // the value comes from a separate transcription of the definition in
