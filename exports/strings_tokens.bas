@@ -4,8 +4,8 @@ Declare Function cOrTokenIn (ByVal Txt As String, ByVal Tokens As String, ByVal 
 Declare Function cAndToken (ByVal Txt As String, ByVal Tokens As String) As Integer
 Declare Function cAndTokenIn (ByVal Txt As String, ByVal Tokens As String, ByVal Separator As String) As Integer
 Declare Function cTokenIn (Txt As String, Separators As String, ByVal Position As Long) As String
-Declare Function cFilterChars (Txt As String, Filter As String) As String
-Declare Function cFilterNotChars (Txt As String, Filter As String) As String
+Declare Function cFilterChars (Txt As String, CharSet As String) As String
+Declare Function cFilterNotChars (Txt As String, CharSet As String) As String
 Declare Function cFilterFirstChars (Txt As String, Prefix As String) As String
 Declare Function cFilterBlocks (Txt As String, Delimiters As String) As String
 Declare Function cChangeChars (Txt As String, FromChars As String, ToChars As String) As Integer

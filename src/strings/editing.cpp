@@ -144,12 +144,12 @@ BRINDLE_EXPORT(BSTR) cDeleteSubString(BSTR Txt, BSTR SubString, int16_t CaseSens
 
 // Padded on the left with the first byte of fill up to width bytes; a width
 // below the text's length hands the text back.
-BRINDLE_EXPORT(BSTR) cLFill(BSTR Txt, BSTR FillChar, int32_t Width) {
-    return guarded_string([&] { return fill_to_width(Txt, FillChar, Width, true); });
+BRINDLE_EXPORT(BSTR) cLFill(BSTR Txt, BSTR FillChar, int32_t FieldWidth) {
+    return guarded_string([&] { return fill_to_width(Txt, FillChar, FieldWidth, true); });
 }
 
-BRINDLE_EXPORT(BSTR) cRFill(BSTR Txt, BSTR FillChar, int32_t Width) {
-    return guarded_string([&] { return fill_to_width(Txt, FillChar, Width, false); });
+BRINDLE_EXPORT(BSTR) cRFill(BSTR Txt, BSTR FillChar, int32_t FieldWidth) {
+    return guarded_string([&] { return fill_to_width(Txt, FillChar, FieldWidth, false); });
 }
 
 // value inserted at the start of field n (fields end at any byte of sep).
@@ -217,12 +217,12 @@ BRINDLE_EXPORT(BSTR) cResizeStringAndFill(BSTR *Txt, int32_t Length, BSTR *FillC
 // text in a field of width: right-aligned for a negative mode, centred for
 // 0 (the odd space on the left), left-aligned for a positive one; a text
 // wider than the field is cut to width.
-BRINDLE_EXPORT(BSTR) cAlign(BSTR *Txt, int16_t Mode, int32_t Width) {
+BRINDLE_EXPORT(BSTR) cAlign(BSTR *Txt, int16_t Mode, int32_t FieldWidth) {
     return guarded_string([&] {
         const StrArg text = StrArg::by_ref(Txt);
-        if (text.empty() || Width < 1)
+        if (text.empty() || FieldWidth < 1)
             return empty_string();
-        const size_t w = static_cast<size_t>(Width);
+        const size_t w = static_cast<size_t>(FieldWidth);
         if (w <= text.size())
             return new_string(text.bytes().substr(0, w));
         const size_t d = w - text.size();

@@ -87,9 +87,9 @@ char separator_or_bar(BSTR sep_handle) {
     return sep.empty() ? '|' : sep[0];
 }
 
-BSTR filter(BSTR *Txt, BSTR *Filter, bool keep_members) {
+BSTR filter(BSTR *Txt, BSTR *CharSet, bool keep_members) {
     const StrArg text = StrArg::by_ref(Txt);
-    const StrArg set = StrArg::by_ref(Filter);
+    const StrArg set = StrArg::by_ref(CharSet);
     if (text.empty())
         return empty_string();
     if (set.empty())
@@ -200,12 +200,12 @@ BRINDLE_EXPORT(BSTR) cTokenIn(BSTR *Txt, BSTR *Separators, int32_t Position) {
     });
 }
 
-BRINDLE_EXPORT(BSTR) cFilterChars(BSTR *Txt, BSTR *Filter) {
-    return guarded_string([&] { return filter(Txt, Filter, false); });
+BRINDLE_EXPORT(BSTR) cFilterChars(BSTR *Txt, BSTR *CharSet) {
+    return guarded_string([&] { return filter(Txt, CharSet, false); });
 }
 
-BRINDLE_EXPORT(BSTR) cFilterNotChars(BSTR *Txt, BSTR *Filter) {
-    return guarded_string([&] { return filter(Txt, Filter, true); });
+BRINDLE_EXPORT(BSTR) cFilterNotChars(BSTR *Txt, BSTR *CharSet) {
+    return guarded_string([&] { return filter(Txt, CharSet, true); });
 }
 
 // Text without a leading prefix. When the prefix does not match, the result
