@@ -4,8 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <filesystem>
-#include <random>
 #include <fstream>
 #include <iterator>
 #include <string>
@@ -15,17 +15,14 @@ namespace brindle::test {
 
 class TempDirTest : public ::testing::Test {
   protected:
-    // Test programs of several worktrees may run at once: each process gets
-    // its own directories.
-    static std::string process_tag() {
-        static const std::string tag = std::to_string(std::random_device{}());
-        return tag;
-    }
     void SetUp() override {
         old_ = std::filesystem::current_path();
         const auto *info = ::testing::UnitTest::GetInstance()->current_test_info();
+        // The clock reading keeps two runs of the suite at once (two build
+        // trees, say) out of each other's directories.
         dir_ = std::filesystem::temp_directory_path() /
-               (std::string("brindle-") + info->test_suite_name() + "-" + info->name() + "-" + process_tag());
+               (std::string("brindle-") + info->test_suite_name() + "-" + info->name() + "-" +
+                std::to_string(std::chrono::steady_clock::now().time_since_epoch().count()));
         std::filesystem::remove_all(dir_);
         std::filesystem::create_directories(dir_);
         std::filesystem::current_path(dir_);
