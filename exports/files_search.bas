@@ -3,11 +3,19 @@
 ' files, volume space, and byte filters of files.
 Declare Function cFilesInDirectory (ByVal Pattern As String, ByVal First As Integer) As String
 Declare Function cSubDirectory (ByVal Pattern As String, ByVal First As Integer) As String
+Declare Function cAllSubDirectories (ByVal Root As String, Count As Long) As String
 Declare Function cCountFiles (ByVal Pattern As String) As Integer
 Declare Function cCountDirectories (ByVal Pattern As String) As Integer
 Declare Function cFilesSize (ByVal Pattern As String) As Double
 Declare Function cFilesSizeOnDisk (ByVal Pattern As String) As Double
 Declare Function cFilesSlack (ByVal Pattern As String, Size As Double, SizeOnDisk As Double) As Integer
+Declare Function cRcsCountFileDir (ByVal Which As Integer, ByVal Root As String, ByVal Mask As String, ByVal Recurse As Long) As Long
+Declare Function cRcsFilesSize (ByVal Root As String, ByVal Mask As String, ByVal Recurse As Long) As Double
+Declare Function cRcsFilesSizeOnDisk (ByVal Root As String, ByVal Mask As String, ByVal Recurse As Long) As Double
+Declare Function cRcsFilesSlack (ByVal Root As String, ByVal Mask As String, ByVal Recurse As Long, Size As Double, SizeOnDisk As Double) As Integer
+Declare Function cSearchFile (ByVal Root As String, ByVal Mask As String, ByVal OutputFile As String) As Long
+Declare Function cSearchFileAttrib (ByVal Root As String, ByVal Mask As String, ByVal Attributes As Integer, ByVal OutputFile As String) As Long
+Declare Function cSearchDir (ByVal Root As String, ByVal Mask As String, ByVal OutputFile As String) As Long
 Declare Function cFilesInDirToArray (ByVal Pattern As String, ByVal Selector As Integer, Names() As String) As Integer
 Declare Function cFilesInDirOnDisk (ByVal OutputFile As String, ByVal Pattern As String, ByVal Selector As Integer) As Integer
 Declare Function cGetDiskSpace (ByVal Root As String) As Double
