@@ -2,7 +2,9 @@
 #include "support/ole_helpers.h"
 #include "support/temp_dir.h"
 
+#include <algorithm>
 #include <filesystem>
+#include <random>
 #include <string>
 
 using namespace brindle::test;
@@ -181,4 +183,58 @@ TEST_F(PathsOnDisk, UniqueFileNameKeepsEightCharacters) {
     Bstr null_prefix;
     EXPECT_EQ(str(cUniqueFileName(nullptr)).size(), 8u);
     EXPECT_EQ(str(cUniqueFileName(null_prefix.ref())).substr(0, 2), "~~");
+}
+
+// Random names built from the characters the path functions treat
+// specially: codes stay in range, results keep their shape, and the
+// sanitizer build sees every byte touched.
+TEST_F(PathsOnDisk, HostileNamesKeepResultsInShape) {
+    std::mt19937 rng(5);
+    const std::string hostile = std::string("\\/:.*?\"<>|aZ9 ~\x01\xE9") + std::string(1, '\0');
+    const std::string tame = "\\aaaaZ9 .\xE9~"; // mostly valid names, for the truncation
+    int valid_names = 0;
+    for (int round = 0; round < 3000; ++round) {
+        const std::string &alphabet = round % 2 ? tame : hostile;
+        const size_t length = round % 10 == 0 ? rng() % 3000 : rng() % 40;
+        std::string name;
+        for (size_t i = 0; i < length; ++i)
+            name.push_back(alphabet[rng() % alphabet.size()]);
+        const std::string text = name.substr(0, name.find('\0')); // as the exports read it
+        Bstr n(name), ext(".e");
+        const int16_t code = cIsFilenameValid(n.val());
+        ASSERT_TRUE(code >= -1 && code <= 6) << code;
+        valid_names += code == -1;
+        PathParts parts;
+        ASSERT_EQ(cSplitPath(n.val(), &parts), code);
+        size_t fixed = 0;
+        if (code == -1) {
+            ASSERT_EQ(PathParts::of(parts.Drive) + PathParts::of(parts.Directory) + PathParts::of(parts.FileName) +
+                          PathParts::of(parts.Ext),
+                      text);
+            fixed = PathParts::of(parts.Drive).size() + PathParts::of(parts.FileName).size() +
+                    PathParts::of(parts.Ext).size();
+        }
+
+        const int32_t max = static_cast<int32_t>(rng() % 80);
+        const std::string cut = str(cTruncatePath(n.val(), max));
+        if (code != -1 || max < 25) {
+            ASSERT_EQ(cut, "");
+        } else if (fixed + 1 <= static_cast<size_t>(max)) {
+            ASSERT_LE(cut.size(), static_cast<size_t>(max)) << text;
+            ASSERT_FALSE(cut.empty());
+        }
+
+        const std::string stripped = str(cStripExtension(n.val()));
+        ASSERT_EQ(text.compare(0, stripped.size(), stripped), 0) << "a prefix";
+        const std::string file_part = str(cStripFilePath(n.val()));
+        ASSERT_TRUE(text.size() >= file_part.size() &&
+                    text.compare(text.size() - file_part.size(), file_part.size(), file_part) == 0)
+            << "a suffix";
+        const std::string with_ext = str(cDefaultExtension(n.val(), ext.val()));
+        ASSERT_EQ(with_ext.compare(0, text.size(), text), 0);
+        ASSERT_LE(str(cStripFileName(n.val())).size(), std::max<size_t>(text.size(), 2048) + 1);
+        const int16_t legal = cFileIsLegal(n.val());
+        ASSERT_TRUE(legal == 0 || legal == -1);
+    }
+    EXPECT_GT(valid_names, 300) << "the run must cover valid names too";
 }
