@@ -309,3 +309,43 @@ TEST_F(Search, FileFiltersDropOrKeepTheSet) {
     EXPECT_EQ(cFileFilterNot(in.val(), bad.val(), s.ref()), -32751);
     EXPECT_EQ(cFileFilter(in.val(), out.val(), nullptr), -1);
 }
+
+// Odd patterns and roots give their failure values or what the system
+// would make of them, never a crash or a read outside the arguments (the
+// sanitizer build checks the latter).
+TEST_F(Search, OddPatternsAndRoots) {
+    make_tree();
+    const struct {
+        std::string pattern;
+        int16_t count;     // cCountFiles
+        int32_t subdirs;   // cAllSubDirectories with the pattern as root
+    } rows[] = {
+        {"", 0, 0},
+        {std::string("d\\\0*.*", 6), 0, 2},        // read as "d\\": no name part; a fine root
+        {std::string(5000, 'a'), 0, 0},
+        {"d\\" + std::string(5000, '*'), 7, 0},       // many stars are one star
+        {"::", 0, 0},
+        {"d\\*\\*", 0, 0},                            // no wildcards in the directory part
+        {"d\\\\\\*", 7, 0},                          // repeated separators are one
+        {"?:*", 0, 0},
+        {"d\\a.txt\\*", 0, 0},                        // a file is no directory
+    };
+    for (const auto &r : rows) {
+        const std::string shown = r.pattern.substr(0, 12);
+        Bstr pattern(r.pattern), none("");
+        EXPECT_EQ(cCountFiles(pattern.val()), r.count) << shown;
+        EXPECT_EQ(str(cFilesInDirectory(pattern.val(), -1)).empty(), r.count == 0) << shown;
+        EXPECT_EQ(cFilesSize(pattern.val()), r.count ? 4097 : 0) << shown;
+        double a = 1, b = 1;
+        EXPECT_EQ(cFilesSlack(pattern.val(), &a, &b) == -1, r.count == 0) << shown;
+        SafeArray names(VT_BSTR, 0, 2);
+        const int16_t stored = cFilesInDirToArray(pattern.val(), 255, names.ref());
+        EXPECT_EQ(stored, r.count ? 1 : r.pattern.empty() ? 0 : -1) << shown;
+        int32_t n = 9;
+        const std::string subdirs = str(cAllSubDirectories(pattern.val(), &n));
+        EXPECT_EQ(n, r.subdirs) << shown;
+        EXPECT_EQ(std::count(subdirs.begin(), subdirs.end(), '\r'), r.subdirs);
+        EXPECT_LE(cSearchFile(pattern.val(), pattern.val(), none.val()), 0) << shown;
+        EXPECT_EQ(cRcsCountFileDir(0, pattern.val(), pattern.val(), -1), 0) << shown;
+    }
+}
