@@ -6,6 +6,9 @@
 #include <filesystem>
 #include <random>
 #include <string>
+#ifndef _WIN32
+#include <unistd.h>
+#endif
 
 using namespace brindle::test;
 namespace fs = std::filesystem;

@@ -9,7 +9,6 @@
 #include <filesystem>
 #include <sstream>
 #include <string>
-#include <unistd.h>
 #include <vector>
 
 using namespace brindle::test;
@@ -139,8 +138,11 @@ TEST_F(Tree, RecursiveSizesOnDiskAndSlack) {
 }
 
 TEST_F(Tree, LinksBackUpTheTreeAreNotFollowed) {
-    fs::create_directory_symlink("..", "r/s1/up");
-    fs::create_directory_symlink("../..", "r/s1/s2/top");
+    std::error_code e1, e2;
+    fs::create_directory_symlink("..", "r/s1/up", e1);
+    fs::create_directory_symlink("../..", "r/s1/s2/top", e2);
+    if (e1 || e2)
+        GTEST_SKIP() << "no symbolic links here";
     EXPECT_EQ(count(0, "r", "*", -1), 6);
     EXPECT_EQ(count(1, "r", "*", -1), 4) << "s1, s2 and the two links";
     int32_t n = 0;

@@ -84,8 +84,11 @@ TEST_F(Walk, EntriesFirstThenSubdirectoriesDepthFirst) {
 TEST_F(Walk, LinksAreListedButNeverWalkedInto) {
     fs::create_directories("loop/inner");
     touch("loop/inner/file");
-    fs::create_directory_symlink("..", "loop/inner/up");       // a cycle
-    fs::create_directory_symlink("../../loop", "loop/inner/again"); // another
+    std::error_code e1, e2;
+    fs::create_directory_symlink("..", "loop/inner/up", e1);         // a cycle
+    fs::create_directory_symlink("../../loop", "loop/inner/again", e2); // another
+    if (e1 || e2)
+        GTEST_SKIP() << "no symbolic links here";
     size_t files = 0, dirs = 0, visits = 0;
     WalkTree("loop", EntryDetail::Kind, true, [&](const std::string &, const DirEntry &e) {
         (e.attributes & kAttrDirectory ? dirs : files) += 1;
