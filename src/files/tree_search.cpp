@@ -33,7 +33,9 @@ bool less_no_case(const std::string &a, const std::string &b) {
         if (x != y)
             return x < y;
     }
-    return a.size() < b.size();
+    if (a.size() != b.size())
+        return a.size() < b.size();
+    return a < b; // names that differ only in case: a fixed order all the same
 }
 
 bool mask_match(std::string_view name, std::string_view mask) {
