@@ -23,7 +23,13 @@ class PairCompressor {
   public:
     // Reads one block from in[0, available); returns the bytes taken.
     size_t read_block(const uint8_t *in, size_t available, bool input_ends, bool *last) {
+        // Forget the pairs of the previous block.
+        for (int i = 0; i < kHashSize; ++i)
+            if (count_[i] != 0)
+                slot_of_[key_[i]] = 0;
         count_.fill(0);
+        for (int i = 0; i <= kHashSize; ++i)
+            next_free_[i] = static_cast<uint16_t>(i);
         histogram_.fill(0);
         histogram_[0] = kHashSize;
         for (int c = 0; c < 256; ++c) {
@@ -124,24 +130,47 @@ class PairCompressor {
     }
 
   private:
-    // The slot of pair (a, b): where it is, or the first empty slot after its
-    // home, which then takes the pair. -1 when all 4096 slots hold other
-    // pairs; the published coder would search forever there, we leave that
-    // pair uncounted (a block of more than 4096 distinct pairs).
+    // The slot of pair (a, b), as the published coder's linear probing from
+    // slot ((b AND 127) << 5) XOR a finds it: where the pair is, or else the
+    // first empty slot from there on, which then takes the pair. Slots never
+    // become empty again within a block, so a pair keeps its slot and the
+    // probing can be answered from a map of pairs to slots and a
+    // "next empty slot" forest. -1 when all 4096 slots hold other pairs; the
+    // published coder would search forever there, we leave that pair
+    // uncounted (a block of more than 4096 distinct pairs).
     int lookup(uint8_t a, uint8_t b) {
         const uint16_t key = static_cast<uint16_t>(a | (b << 8));
-        int index = (a ^ (b << 5)) & (kHashSize - 1);
-        for (int probes = 0; probes < kHashSize; ++probes) {
-            if (count_[index] == 0 || key_[index] == key) {
-                key_[index] = key;
-                return index;
-            }
-            index = (index + 1) & (kHashSize - 1);
+        if (const int at = slot_of_[key])
+            return at - 1;
+        const int home = (a ^ (b << 5)) & (kHashSize - 1);
+        int index = next_free(home);
+        if (index == kHashSize)
+            index = next_free(0);
+        if (index == kHashSize)
+            return -1;
+        key_[index] = key;
+        return index;
+    }
+
+    // The first empty slot at or after i (kHashSize when there is none).
+    int next_free(int i) {
+        int root = i;
+        while (next_free_[root] != root)
+            root = next_free_[root];
+        while (next_free_[i] != root) {
+            const int up = next_free_[i];
+            next_free_[i] = static_cast<uint16_t>(root);
+            i = up;
         }
-        return -1;
+        return root;
     }
 
     void set_count(int index, int value) {
+        if (count_[index] == 0) {
+            // The slot is taken from now on.
+            slot_of_[key_[index]] = static_cast<uint16_t>(index + 1);
+            next_free_[index] = static_cast<uint16_t>(index + 1);
+        }
         --histogram_[count_[index]];
         count_[index] = static_cast<uint8_t>(value);
         ++histogram_[value];
@@ -198,6 +227,8 @@ class PairCompressor {
     std::array<uint16_t, kHashSize> key_{}; // left byte | right byte << 8
     std::array<uint8_t, kHashSize> count_{};
     std::array<int, 256> histogram_{};      // slots per count value
+    std::array<uint16_t, 65536> slot_of_{}; // taken slot + 1 of each pair, 0 for none
+    std::array<uint16_t, kHashSize + 1> next_free_{}; // forest: root = next empty slot
     int size_ = 0;
 };
 
@@ -307,32 +338,50 @@ BlockStatus byte_pair_expand_block(const uint8_t *in, size_t available, std::str
         }
         return true;
     };
-    size_t total = 0;
-    for (size_t i = 0; i < size; ++i) {
-        if (!length_of(packed[i]))
-            return BlockStatus::Corrupt;
-        total += length[packed[i]];
-        if (total > kBytePairBlockSize)
-            return BlockStatus::Corrupt;
-    }
-
-    // Expand: the first occurrence of a pair value through a stack, later
-    // ones copied from where the first one was written.
-    const size_t base = out.size();
-    out.resize(base + total);
-    char *dst = out.data() + base;
+    // Expand into a block buffer, refusing more than a block's worth. A value
+    // of at most 16 bytes is copied from its expansion, built once per
+    // block, as one 16-byte move into the slack after the block's end (the
+    // bytes past its length are overwritten next or never used). A longer
+    // value is expanded through a stack the first time and copied from that
+    // first occurrence afterwards.
+    constexpr size_t kShort = 16;
+    char dst[kBytePairBlockSize + kShort];
     size_t w = 0;
+    uint8_t pattern[256][kShort];
+    bool ready[256] = {};
+    auto build = [&](auto &&self, uint8_t v) -> void {
+        if (ready[v])
+            return;
+        if (left[v] == v) {
+            pattern[v][0] = v;
+        } else {
+            const uint8_t a = left[v], b = right[v];
+            self(self, a);
+            self(self, b);
+            std::memcpy(pattern[v], pattern[a], length[a]);
+            std::memcpy(pattern[v] + length[a], pattern[b], length[b]);
+        }
+        ready[v] = true;
+    };
     uint32_t first_at[256];
     std::memset(first_at, 0xFF, sizeof first_at);
     for (size_t i = 0; i < size; ++i) {
         const uint8_t v = packed[i];
-        if (left[v] == v) {
-            dst[w++] = static_cast<char>(v);
+        if ((length[v] == kUnknown || length[v] == kVisiting) && !length_of(v))
+            return BlockStatus::Corrupt;
+        const uint32_t len = length[v];
+        if (w + len > kBytePairBlockSize)
+            return BlockStatus::Corrupt;
+        if (len <= kShort) {
+            if (!ready[v])
+                build(build, v); // its halves are shorter still
+            std::memcpy(dst + w, pattern[v], kShort);
+            w += len;
             continue;
         }
         if (first_at[v] != UINT32_MAX) {
-            std::memcpy(dst + w, dst + first_at[v], length[v]);
-            w += length[v];
+            std::memcpy(dst + w, dst + first_at[v], len); // the source lies wholly before w
+            w += len;
             continue;
         }
         first_at[v] = static_cast<uint32_t>(w);
@@ -350,6 +399,7 @@ BlockStatus byte_pair_expand_block(const uint8_t *in, size_t available, std::str
             }
         }
     }
+    out.append(dst, w);
     *consumed = p + size;
     return BlockStatus::Ok;
 }
