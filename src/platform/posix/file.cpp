@@ -221,9 +221,4 @@ bool rename_file(std::string_view from, std::string_view to, int *error) {
     return true;
 }
 
-bool same_file(std::string_view a, std::string_view b) {
-    struct stat sa, sb;
-    return stat_path(a, &sa) && stat_path(b, &sb) && sa.st_dev == sb.st_dev && sa.st_ino == sb.st_ino;
-}
-
 } // namespace brindle::platform
