@@ -5,7 +5,10 @@
 #include "compress/lzari.h"
 
 #include <array>
+#include <bit>
+#include <cstring>
 #include <memory>
+#include <vector>
 
 namespace brindle::compress {
 
@@ -149,7 +152,7 @@ class Lzari {
     // root of the tree of strings starting with byte c.
     void init_tree() {
         for (int i = N + 1; i <= N + 256; i++)
-            rson_[i] = NIL;
+            son_[1][i] = NIL;
         for (int i = 0; i < N; i++)
             dad_[i] = NIL;
     }
@@ -160,31 +163,27 @@ class Lzari {
         int cmp = 1;
         const uint8_t *key = &text_buf_[r];
         int p = N + 1 + key[0];
-        rson_[r] = lson_[r] = NIL;
+        son_[1][r] = son_[0][r] = NIL;
         match_length_ = 0;
         for (;;) {
+            // Two branches rather than an indexed side: the prediction lets
+            // the descent run ahead of the comparison.
             if (cmp >= 0) {
-                if (rson_[p] != NIL) {
-                    p = rson_[p];
-                } else {
-                    rson_[p] = r;
-                    dad_[r] = p;
+                if (son_[1][p] == NIL) {
+                    son_[1][p] = static_cast<uint16_t>(r);
+                    dad_[r] = static_cast<uint16_t>(p);
                     return;
                 }
+                p = son_[1][p];
             } else {
-                if (lson_[p] != NIL) {
-                    p = lson_[p];
-                } else {
-                    lson_[p] = r;
-                    dad_[r] = p;
+                if (son_[0][p] == NIL) {
+                    son_[0][p] = static_cast<uint16_t>(r);
+                    dad_[r] = static_cast<uint16_t>(p);
                     return;
                 }
+                p = son_[0][p];
             }
-            const uint8_t *other = &text_buf_[p];
-            int i;
-            for (i = 1; i < F; i++)
-                if ((cmp = key[i] - other[i]) != 0)
-                    break;
+            const int i = compare(key, &text_buf_[p], &cmp);
             if (i > THRESHOLD) {
                 if (i > match_length_) {
                     match_position_ = (r - p) & (N - 1);
@@ -198,44 +197,69 @@ class Lzari {
             }
         }
         dad_[r] = dad_[p];
-        lson_[r] = lson_[p];
-        rson_[r] = rson_[p];
-        dad_[lson_[p]] = r;
-        dad_[rson_[p]] = r;
-        if (rson_[dad_[p]] == p)
-            rson_[dad_[p]] = r;
+        son_[0][r] = son_[0][p];
+        son_[1][r] = son_[1][p];
+        dad_[son_[0][p]] = r;
+        dad_[son_[1][p]] = r;
+        if (son_[1][dad_[p]] == p)
+            son_[1][dad_[p]] = r;
         else
-            lson_[dad_[p]] = r;
+            son_[0][dad_[p]] = r;
         dad_[p] = NIL;
+    }
+
+    // The length of the common prefix of two strings of F bytes that agree in
+    // their first byte (F when they agree throughout), and in *cmp the
+    // difference of the first bytes that differ (0 when none do). Eight
+    // bytes are compared at a time; all reads stay inside the F bytes.
+    static int compare(const uint8_t *key, const uint8_t *other, int *cmp) {
+        int i = 1;
+        if constexpr (std::endian::native == std::endian::little) {
+            for (; i + 8 <= F; i += 8) {
+                uint64_t a, b;
+                std::memcpy(&a, key + i, 8);
+                std::memcpy(&b, other + i, 8);
+                if (a != b) {
+                    const int shift = std::countr_zero(a ^ b) & ~7;
+                    *cmp = static_cast<int>((a >> shift) & 0xFF) - static_cast<int>((b >> shift) & 0xFF);
+                    return i + shift / 8;
+                }
+            }
+        }
+        for (; i < F; i++)
+            if ((*cmp = key[i] - other[i]) != 0)
+                return i;
+        *cmp = 0;
+        return F;
     }
 
     void delete_node(int p) {
         if (dad_[p] == NIL)
             return;
         int q;
-        if (rson_[p] == NIL) {
-            q = lson_[p];
-        } else if (lson_[p] == NIL) {
-            q = rson_[p];
+        if (son_[1][p] == NIL) {
+            q = son_[0][p];
+        } else if (son_[0][p] == NIL) {
+            q = son_[1][p];
         } else {
-            q = lson_[p];
-            if (rson_[q] != NIL) {
+            q = son_[0][p];
+            if (son_[1][q] != NIL) {
                 do {
-                    q = rson_[q];
-                } while (rson_[q] != NIL);
-                rson_[dad_[q]] = lson_[q];
-                dad_[lson_[q]] = dad_[q];
-                lson_[q] = lson_[p];
-                dad_[lson_[p]] = q;
+                    q = son_[1][q];
+                } while (son_[1][q] != NIL);
+                son_[1][dad_[q]] = son_[0][q];
+                dad_[son_[0][q]] = dad_[q];
+                son_[0][q] = son_[0][p];
+                dad_[son_[0][p]] = q;
             }
-            rson_[q] = rson_[p];
-            dad_[rson_[p]] = q;
+            son_[1][q] = son_[1][p];
+            dad_[son_[1][p]] = q;
         }
         dad_[q] = dad_[p];
-        if (rson_[dad_[p]] == p)
-            rson_[dad_[p]] = q;
+        if (son_[1][dad_[p]] == p)
+            son_[1][dad_[p]] = q;
         else
-            lson_[dad_[p]] = q;
+            son_[0][dad_[p]] = q;
         dad_[p] = NIL;
     }
 
@@ -252,9 +276,15 @@ class Lzari {
             sym_cum_[sym - 1] = sym_cum_[sym] + sym_freq_[sym];
         }
         sym_freq_[0] = 0; // sentinel, differs from sym_freq[1]
-        position_cum_[N] = 0;
+        fill_position_model(position_cum_);
+    }
+
+    // Positions have a fixed model, built from the top: near positions are
+    // the more likely.
+    static void fill_position_model(std::array<uint32_t, N + 1> &position_cum) {
+        position_cum[N] = 0;
         for (int i = N; i >= 1; i--)
-            position_cum_[i - 1] = position_cum_[i] + 10000 / (i + 200);
+            position_cum[i - 1] = position_cum[i] + 10000 / (i + 200);
     }
 
     void update_model(int sym) {
@@ -330,7 +360,12 @@ class Lzari {
     // 1 if x >= sym_cum[1]; N_CHAR if sym_cum[N_CHAR] > x; otherwise the i
     // with sym_cum[i - 1] > x >= sym_cum[i].
     int binary_search_sym(uint32_t x) const {
-        int i = 1, j = N_CHAR;
+        // Symbols are ranked by frequency: the answer is most often among
+        // the first few, and the search has one answer however it is found.
+        for (int k = 1; k <= 8; ++k)
+            if (sym_cum_[k] <= x)
+                return k;
+        int i = 9, j = N_CHAR;
         while (i < j) {
             const int k = (i + j) / 2;
             if (sym_cum_[k] > x)
@@ -342,15 +377,40 @@ class Lzari {
     }
 
     int binary_search_pos(uint32_t x) const {
+        // The position model never changes: look the answer up.
+        const PositionTable &table = position_table();
+        if (x < table.size())
+            return table[x];
+        return search_pos(position_cum_, x);
+    }
+
+    using PositionTable = std::vector<uint16_t>;
+
+    // 0 if x >= position_cum[1]; N - 1 if position_cum[N] > x; otherwise the
+    // i with position_cum[i] > x >= position_cum[i + 1].
+    static int search_pos(const std::array<uint32_t, N + 1> &position_cum, uint32_t x) {
         int i = 1, j = N;
         while (i < j) {
             const int k = (i + j) / 2;
-            if (position_cum_[k] > x)
+            if (position_cum[k] > x)
                 i = k + 1;
             else
                 j = k;
         }
         return i - 1;
+    }
+
+    // The answer of search_pos for every x below position_cum[0].
+    static const PositionTable &position_table() {
+        static const PositionTable table = [] {
+            std::array<uint32_t, N + 1> cum;
+            fill_position_model(cum);
+            PositionTable t(cum[0]);
+            for (uint32_t x = 0; x < t.size(); ++x)
+                t[x] = static_cast<uint16_t>(search_pos(cum, x));
+            return t;
+        }();
+        return table;
     }
 
     void narrow_and_receive(uint32_t upper, uint32_t lower, uint32_t total, uint32_t range) {
@@ -395,9 +455,10 @@ class Lzari {
     // process's memory is.
     std::array<uint8_t, N + F - 1> text_buf_{};
     int match_position_ = 0, match_length_ = 0;
-    std::array<int, N + 1> lson_{};
-    std::array<int, N + 257> rson_{};
-    std::array<int, N + 1> dad_{};
+    // son_[0] are the left, son_[1] the right children. 16-bit links keep
+    // the trees within the first-level cache.
+    uint16_t son_[2][N + 257] = {};
+    std::array<uint16_t, N + 1> dad_{};
 
     uint32_t low_ = 0, high_ = Q4, value_ = 0;
     int shifts_ = 0;
