@@ -1,8 +1,6 @@
 // Byte-pair compression of strings and files through the exports.
 #include "compress/compress_files.h"
 
-#include <random>
-
 using namespace brindle::test;
 
 namespace {
@@ -138,18 +136,10 @@ TEST(BytePairStrings, RefusedInputs) {
     EXPECT_EQ(call_text(cStringExpand, good), "abcabcabcabcabc");
 }
 
-TEST(BytePairStrings, RoundTripsAndDamage) {
+TEST(BytePairStrings, RoundTrips) {
     for (Kind kind : {Kind::Same, Kind::Text, Kind::Random, Kind::SmallAlphabet})
         for (size_t size : {1, 2, 199, 200, 201, 5000, 5001, 20000}) {
             const std::string in = make_input(kind, size, 31);
             EXPECT_EQ(call_text(cStringExpand, call_text(cStringCompress, in)), in) << kind_name(kind) << " " << size;
         }
-    std::mt19937 rng(77);
-    const std::string packed = call_text(cStringCompress, make_input(Kind::Text, 20000, 8));
-    for (int round = 0; round < 300; ++round) {
-        std::string damaged = packed;
-        damaged[5 + rng() % (damaged.size() - 5)] = static_cast<char>(rng());
-        const std::string out = call_text(cStringExpand, damaged);
-        EXPECT_LE(out.size(), damaged.size() * 1000);
-    }
 }

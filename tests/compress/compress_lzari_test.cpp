@@ -1,8 +1,6 @@
 // LZARI file compression through the exports.
 #include "compress/compress_files.h"
 
-#include <random>
-
 using namespace brindle::test;
 
 namespace {
@@ -78,22 +76,15 @@ TEST_F(LzariFiles, FailureCodes) {
 }
 
 TEST_F(LzariFiles, DamagedFilesDecodeToAtMostTheirClaimedLength) {
+    // (Damage of every kind is exercised on the engine; here the file path.)
     const std::string in = make_input(Kind::Text, 50000, 23);
     write_file("in.bin", in);
     ASSERT_GT(call_by_val(cLZARIcompress, "in.bin", "in.lz"), 0);
-    const std::string lz = read_file("in.lz");
-    std::mt19937 rng(3);
-    for (int round = 0; round < 40; ++round) {
-        std::string damaged = lz;
-        if (round % 2)
-            damaged.resize(4 + rng() % (lz.size() - 4));
-        else
-            damaged[4 + rng() % (lz.size() - 4)] ^= static_cast<char>(1 + rng() % 255);
-        write_file("damaged.lz", damaged);
-        const int32_t size = call_by_val(cLZARIexpand, "damaged.lz", "damaged.out");
-        EXPECT_GE(size, 0);
-        EXPECT_LE(size, static_cast<int32_t>(in.size()));
-    }
+    write_file("cut.lz", read_file("in.lz").substr(0, 1000));
+    const int32_t cut = call_by_val(cLZARIexpand, "cut.lz", "cut.out");
+    EXPECT_GT(cut, 1000);
+    EXPECT_LE(cut, static_cast<int32_t>(in.size()));
+    EXPECT_EQ(read_file("cut.out").substr(0, 1000), in.substr(0, 1000));
     // A header claiming 4 GB in front of a few bytes ends soon, not after
     // writing gigabytes.
     write_file("huge.lz", std::string("\xFF\xFF\xFF\xFF\x01\x02\x03", 7));
