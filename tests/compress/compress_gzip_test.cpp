@@ -156,6 +156,7 @@ TEST_F(GzipFiles, FailureCodes) {
         {"compress: empty target name", cGZIPFileCompress, "src.txt", "", -2},
         {"compress: same name ignoring case", cGZIPFileCompress, "src.txt", "Src.Txt", -3},
         {"compress: same file by a path", cGZIPFileCompress, "src.txt", "sub/../src.txt", -3},
+        {"compress: same name once normalised", cGZIPFileCompress, "sub/new.txt", "SUB\\NEW.TXT\\", -3},
         {"compress: source missing", cGZIPFileCompress, "missing.txt", "left.gz", -4},
         {"compress: target folder missing", cGZIPFileCompress, "src.txt", "nodir/x.gz", -5},
         {"expand: empty source name", cGZIPFileExpand, "", "x.txt", -1},
@@ -164,6 +165,7 @@ TEST_F(GzipFiles, FailureCodes) {
         {"expand: empty source", cGZIPFileExpand, "empty.txt", "keep.txt", -8},
         {"expand: source missing", cGZIPFileExpand, "missing.gz", "made.txt", -4},
         {"expand: target folder missing", cGZIPFileExpand, "src.gz", "nodir/x.txt", -5},
+        {"expand: a trailing backslash is dropped", cGZIPFileExpand, "src.gz\\", "slash.txt", 7},
         {"expand: cut short", cGZIPFileExpand, "cut.gz", "cut.txt", -6},
         {"expand: wrong check value", cGZIPFileExpand, "badcrc.gz", "badcrc.txt", -6},
     };
