@@ -2,6 +2,7 @@
 // compression; what is ours is the checking of the arguments, the layout of
 // the strings and the result codes.
 #include "compress/compress_files.h"
+#include "files/path_names.h"
 #include "frame/frame.h"
 
 #include <zlib.h>
@@ -18,24 +19,6 @@ using brindle::frame::StrArg;
 namespace {
 
 constexpr size_t kTransferSize = 65536;
-
-// TEMPORARY, until the path workers of the file family are on main: the
-// normaliser that runs before any system call on a caller's name (at most
-// 2,048 characters; forward slashes become backslashes; a trailing backslash
-// goes unless it is the whole root, "\" or "C:\"; a bare "C:" becomes
-// "C:\"). Replace by files::NormalisePath; do not grow this copy.
-std::string normalised_name(std::string_view name) {
-    std::string out(name.substr(0, std::min<size_t>(name.size(), 2048)));
-    std::replace(out.begin(), out.end(), '/', '\\');
-    const size_t n = out.size();
-    if (n > 0 && out[n - 1] == '\\') {
-        if (n > 1 && out[n - 2] != ':')
-            out.pop_back();
-    } else if (n == 2 && out[1] == ':') {
-        out.push_back('\\');
-    }
-    return out;
-}
 
 // zlib opens files itself: hand it the name the system wants. A directory
 // cannot be opened as a file on Windows, so it is refused here as well.
@@ -112,8 +95,8 @@ BRINDLE_EXPORT(int32_t) cGZIPFileCompress(BSTR SourceFile, BSTR TargetFile) {
     return frame::guarded(int32_t{-6}, [&]() -> int32_t {
         // Both names pass the path normaliser first, as every file family's
         // names do before they reach the system.
-        const std::string source = normalised_name(StrArg::by_val(SourceFile).text());
-        const std::string target = normalised_name(StrArg::by_val(TargetFile).text());
+        const std::string source = files::NormalisePath(StrArg::by_val(SourceFile).text());
+        const std::string target = files::NormalisePath(StrArg::by_val(TargetFile).text());
         if (const int32_t bad = check_file_names(source, target))
             return bad;
         platform::File in = platform::File::open(source, platform::OpenMode::Read);
@@ -157,11 +140,11 @@ BRINDLE_EXPORT(int32_t) cGZIPFileExpand(BSTR SourceFile, BSTR TargetFile) {
     return frame::guarded(int32_t{-6}, [&]() -> int32_t {
         // Both names pass the path normaliser first, as every file family's
         // names do before they reach the system.
-        const std::string source = normalised_name(StrArg::by_val(SourceFile).text());
-        const std::string target = normalised_name(StrArg::by_val(TargetFile).text());
+        const std::string source = files::NormalisePath(StrArg::by_val(SourceFile).text());
+        const std::string target = files::NormalisePath(StrArg::by_val(TargetFile).text());
         if (const int32_t bad = check_file_names(source, target))
             return bad;
-        if (platform::file_size(source) == 0)
+        if (files::NamedFileSize(source) == 0)
             return -8;
         gzFile in = open_gzip(source, "rb");
         platform::File out = platform::File::open(target, platform::OpenMode::Create);
