@@ -1,0 +1,29 @@
+// Any bytes given to the byte-pair expander: no crash, no read or write out
+// of bounds, no block larger than the coder can write.
+#include "compress/byte_pair.h"
+
+#include <cstdlib>
+#include <string>
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
+    std::string out;
+    size_t at = 0, blocks = 0;
+    while (at < size) {
+        size_t used = 0;
+        const size_t before = out.size();
+        if (brindle::compress::byte_pair_expand_block(data + at, size - at, out, &used) !=
+            brindle::compress::BlockStatus::Ok)
+            break;
+        if (used == 0 || used > size - at || out.size() - before > brindle::compress::kBytePairBlockSize)
+            std::abort();
+        at += used;
+        ++blocks;
+    }
+    // What expands must compress and expand back to itself.
+    if (blocks > 0) {
+        std::string again;
+        if (!brindle::compress::byte_pair_expand(brindle::compress::byte_pair_compress(out), again) || again != out)
+            std::abort();
+    }
+    return 0;
+}
