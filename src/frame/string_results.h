@@ -21,6 +21,10 @@ BSTR new_ztext(const char *text);
 
 // BSTR empty_string() is declared in frame/boundary.h.
 
+// Each byte as two upper-case hexadecimal digits, high half first; the
+// empty string for no bytes.
+BSTR hex_string(std::string_view bytes);
+
 // The "nothing to do" result: the caller's own handle, not a copy.
 inline BSTR same_handle(const StrArg &arg) noexcept { return arg.handle(); }
 

@@ -333,19 +333,7 @@ BRINDLE_EXPORT(BSTR) cCompact(BSTR *Txt) {
 
 // Each byte as two hexadecimal digits, high half first, "0".."9" "A".."F".
 BRINDLE_EXPORT(BSTR) cUncompact(BSTR *Txt) {
-    return guarded_string([&] {
-        const StrArg text = StrArg::by_ref(Txt);
-        if (text.empty())
-            return empty_string();
-        static constexpr char kDigits[] = "0123456789ABCDEF";
-        StringResult out(text.size() * 2);
-        for (size_t k = 0; k < text.size(); ++k) {
-            const auto b = static_cast<unsigned char>(text.data()[k]);
-            out.data()[2 * k] = kDigits[b >> 4];
-            out.data()[2 * k + 1] = kDigits[b & 0x0F];
-        }
-        return out.take();
-    });
+    return guarded_string([&] { return hex_string(StrArg::by_ref(Txt).bytes()); });
 }
 
 // The first character and every character after a space in capitals

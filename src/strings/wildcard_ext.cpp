@@ -22,6 +22,8 @@
 // on an explicit stack (one frame per star at most), never on the C stack.
 #include "strings/wildcard_ext.h"
 
+#include "frame/hex_digits.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <utility>
@@ -33,22 +35,12 @@ namespace {
 
 constexpr unsigned char fold(unsigned char c) { return (c >= 'A' && c <= 'Z') ? static_cast<unsigned char>(c + 32) : c; }
 
-int hex_value(char c) {
-    if (c >= '0' && c <= '9')
-        return c - '0';
-    if (c >= 'a' && c <= 'f')
-        return c - 'a' + 10;
-    if (c >= 'A' && c <= 'F')
-        return c - 'A' + 10;
-    return -1;
-}
-
 // A "~hh" code at position j: its value 0..255, or -1 when j does not
 // start one.
 int hex_code_at(std::string_view p, size_t j) {
     if (j + 2 >= p.size() || p[j] != '~')
         return -1;
-    const int hi = hex_value(p[j + 1]), lo = hex_value(p[j + 2]);
+    const int hi = frame::hex_digit_value(p[j + 1]), lo = frame::hex_digit_value(p[j + 2]);
     return hi < 0 || lo < 0 ? -1 : hi * 16 + lo;
 }
 
