@@ -54,8 +54,11 @@ class Speller {
         out_ += scale;
     }
 
-    // The whole part, always ending with a space.
-    void whole(double w) {
+    // The whole part of |value|, always ending with a space; returns the
+    // fraction left over.
+    double whole(double value) {
+        double w;
+        const double fraction = std::modf(std::fabs(value), &w);
         struct Scale {
             double factor, modulus;
             const char *name;
@@ -72,6 +75,7 @@ class Speller {
         group(static_cast<int64_t>(w), "");
         if (out_.empty())
             out_ = "Zero ";
+        return fraction;
     }
 
     void append(std::string_view text) { out_ += text; }
@@ -114,11 +118,8 @@ bool out_of_range(double value) { return std::isnan(value) || std::fabs(value) >
 std::string spell_number(double value, int digits, std::string_view word) {
     if (out_of_range(value))
         return {};
-    const bool negative = value < 0;
-    double w;
-    const double f = std::modf(std::fabs(value), &w);
     Speller s;
-    s.whole(w);
+    const double f = s.whole(value);
     if (f != 0.0) {
         s.append(cut(word, kWordMax));
         const std::string text = fraction_text(f, digits);
@@ -131,17 +132,14 @@ std::string spell_number(double value, int digits, std::string_view word) {
             s.drop_trailing_space();
         }
     }
-    return s.finish(negative);
+    return s.finish(value < 0);
 }
 
 std::string spell_money(double value, std::string_view currency, std::string_view cents) {
     if (out_of_range(value))
         return {};
-    const bool negative = value < 0;
-    double w;
-    const double f = std::modf(std::fabs(value), &w);
     Speller s;
-    s.whole(w);
+    const double f = s.whole(value);
     currency = cut(currency, kNameMax);
     cents = cut(cents, kNameMax);
     if (!currency.empty())
@@ -154,7 +152,7 @@ std::string spell_money(double value, std::string_view currency, std::string_vie
         if (!cents.empty())
             s.append(cents);
     }
-    return s.finish(negative);
+    return s.finish(value < 0);
 }
 
 } // namespace brindle::convert
