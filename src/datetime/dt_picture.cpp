@@ -112,19 +112,27 @@ bool take_literal(std::string_view picture, size_t &i, std::string &out) {
     return false;
 }
 
-std::string render_date(std::string_view picture, int32_t date) {
-    const DateFields f = split_date(date);
+// One pass over a picture: literals are copied, everything else goes to
+// item(i, out), which appends what position i stands for and returns how
+// many picture characters it used (at least one).
+template <class Item> std::string render(std::string_view picture, Item item) {
     std::string out;
     out.reserve(picture.size() + 16);
     size_t i = 0;
     while (i < picture.size()) {
-        if (take_literal(picture, i, out))
-            continue;
+        if (!take_literal(picture, i, out))
+            i += item(i, out);
+    }
+    return out;
+}
+
+std::string render_date(std::string_view picture, int32_t date) {
+    const DateFields f = split_date(date);
+    return render(picture, [&](size_t i, std::string &out) -> size_t {
         // A time's AM/PM marker is text here, not two month letters.
         if (starts_with_nocase(picture, i, "am/pm")) {
             out.append(picture.substr(i, 5));
-            i += 5;
-            continue;
+            return 5;
         }
         const char letter = lower(picture[i]);
         const size_t run = run_length(picture, i, letter);
@@ -167,9 +175,8 @@ std::string render_date(std::string_view picture, int32_t date) {
             out += picture[i];
             break;
         }
-        i += used;
-    }
-    return out;
+        return used;
+    });
 }
 
 // One pass over a time picture. `twelve_hour` prints hours 1..12; `marker`
@@ -184,24 +191,17 @@ std::string render_time(std::string_view picture, int32_t time, bool twelve_hour
             hours = 12;
     }
     const bool morning = t.hours < 12;
-    std::string out;
-    out.reserve(picture.size() + 16);
-    size_t i = 0;
-    while (i < picture.size()) {
-        if (take_literal(picture, i, out))
-            continue;
+    return render(picture, [&](size_t i, std::string &out) -> size_t {
         // The marker keeps the case the picture wrote it in.
         if (starts_with_nocase(picture, i, "am/pm")) {
             marker = true;
             out.append(picture.substr(morning ? i : i + 3, 2));
-            i += 5;
-            continue;
+            return 5;
         }
         if (starts_with_nocase(picture, i, "a/p")) {
             marker = true;
             out += picture[morning ? i : i + 2];
-            i += 3;
-            continue;
+            return 3;
         }
         const char letter = lower(picture[i]);
         const size_t run = run_length(picture, i, letter);
@@ -222,12 +222,10 @@ std::string render_time(std::string_view picture, int32_t time, bool twelve_hour
             break;
         default:
             out += picture[i];
-            i += 1;
-            continue;
+            return 1;
         }
-        i += used;
-    }
-    return out;
+        return used;
+    });
 }
 
 } // namespace
