@@ -2,6 +2,7 @@
 
 #include "arrays/sort_engine.h"
 
+#include <cstdint>
 #include <cstring>
 #include <utility>
 
@@ -12,17 +13,6 @@ namespace {
 int fold(int c) { return (c >= 'A' && c <= 'Z') ? c + 32 : c; }
 
 } // namespace
-
-int compare_text_nocase(const unsigned char *x, const unsigned char *y, const unsigned char *end) noexcept {
-    for (;;) {
-        const int a = x < end ? fold(*x) : 0;
-        const int b = y < end ? fold(*y) : 0;
-        if (a != b || a == 0)
-            return a - b;
-        ++x;
-        ++y;
-    }
-}
 
 int compare_text_nocase(const unsigned char *x, const unsigned char *y, const unsigned char *end,
                         size_t *budget) noexcept {
@@ -36,6 +26,12 @@ int compare_text_nocase(const unsigned char *x, const unsigned char *y, const un
         ++x;
         ++y;
     }
+}
+
+int compare_text_nocase(const unsigned char *x, const unsigned char *y, const unsigned char *end) noexcept {
+    // The walk stops at the first terminator, long before this budget ends.
+    size_t unlimited = SIZE_MAX;
+    return compare_text_nocase(x, y, end, &unlimited);
 }
 
 int RecordTextOrder::byte(size_t u, size_t k) const noexcept {
