@@ -4,6 +4,7 @@
 // received. The empty result is a real zero-length string, never null.
 #pragma once
 
+#include "frame/boundary.h"
 #include "frame/string_args.h"
 
 #include <cstddef>
@@ -45,5 +46,17 @@ class StringResult {
     BSTR handle_;
     size_t size_;
 };
+
+// A result as long as `bytes`, each byte through map(byte), called in
+// order from the first; the empty string for no bytes.
+template <class Map> BSTR map_bytes(std::string_view bytes, Map &&map) {
+    if (bytes.empty())
+        return empty_string();
+    StringResult result(bytes.size());
+    char *out = result.data();
+    for (const char c : bytes)
+        *out++ = static_cast<char>(map(c));
+    return result.take();
+}
 
 } // namespace brindle::frame

@@ -185,27 +185,15 @@ BRINDLE_EXPORT(int16_t) cNumDigit(BSTR *Txt) {
 // Nines' complement of every decimal digit; other bytes unchanged.
 BRINDLE_EXPORT(BSTR) cCplDigit(BSTR *Txt) {
     return guarded_string([&] {
-        const StrArg text = StrArg::by_ref(Txt);
-        if (text.empty())
-            return empty_string();
-        StringResult out(text.size());
-        for (size_t k = 0; k < text.size(); ++k) {
-            const char c = text.data()[k];
-            out.data()[k] = is_digit(static_cast<unsigned char>(c)) ? static_cast<char>('9' - (c - '0')) : c;
-        }
-        return out.take();
+        return map_bytes(StrArg::by_ref(Txt).bytes(), [](char c) {
+            return is_digit(static_cast<unsigned char>(c)) ? static_cast<char>('9' - (c - '0')) : c;
+        });
     });
 }
 
 // Every byte complemented (255 - b).
 BRINDLE_EXPORT(BSTR) cCplAlpha(BSTR *Txt) {
     return guarded_string([&] {
-        const StrArg text = StrArg::by_ref(Txt);
-        if (text.empty())
-            return empty_string();
-        StringResult out(text.size());
-        for (size_t k = 0; k < text.size(); ++k)
-            out.data()[k] = static_cast<char>(~static_cast<unsigned char>(text.data()[k]));
-        return out.take();
+        return map_bytes(StrArg::by_ref(Txt).bytes(), [](char c) { return ~static_cast<unsigned char>(c); });
     });
 }

@@ -340,15 +340,12 @@ BRINDLE_EXPORT(BSTR) cUncompact(BSTR *Txt) {
 // (letters a-z only, as the "C" locale's toupper); nothing is lowered.
 BRINDLE_EXPORT(BSTR) cProperName(BSTR *Txt) {
     return guarded_string([&] {
-        const StrArg text = StrArg::by_ref(Txt);
-        if (text.empty())
-            return empty_string();
-        StringResult out(text.size());
-        for (size_t k = 0; k < text.size(); ++k) {
-            const char c = text.data()[k];
-            out.data()[k] = (k == 0 || text.data()[k - 1] == ' ') ? static_cast<char>(upper(c)) : c;
-        }
-        return out.take();
+        char before = ' '; // the first character counts as following a space
+        return map_bytes(StrArg::by_ref(Txt).bytes(), [&](char c) {
+            const char mapped = before == ' ' ? static_cast<char>(upper(c)) : c;
+            before = c;
+            return mapped;
+        });
     });
 }
 

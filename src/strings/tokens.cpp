@@ -388,13 +388,10 @@ BRINDLE_EXPORT(BSTR) cInsertByMask(BSTR *Txt, BSTR *Mask, BSTR *Data) {
             return empty_string();
         if (data.empty())
             return same_handle(text);
-        StringResult out(text.size());
         size_t next = 0;
-        for (size_t k = 0; k < text.size(); ++k) {
-            const char c = text.data()[k];
-            out.data()[k] = c != mark ? c : next < data.size() ? data.data()[next++] : ' ';
-        }
-        return out.take();
+        return map_bytes(text.bytes(), [&](char c) {
+            return c != mark ? c : next < data.size() ? data.data()[next++] : ' ';
+        });
     });
 }
 
