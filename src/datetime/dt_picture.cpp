@@ -1,6 +1,7 @@
 #include "datetime/dt_picture.h"
 
 #include "datetime/dt_engine.h"
+#include "frame/ascii.h"
 
 #include <algorithm>
 #include <array>
@@ -46,7 +47,7 @@ std::string_view month_name(int64_t month, NameForm form) noexcept {
 
 namespace {
 
-char lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
+using brindle::frame::ascii_lower;
 
 // A number padded with zeros to `width` digits; negative values keep their
 // sign in front and are not padded (what printf's %0Nd does for them, less
@@ -63,7 +64,7 @@ void append_number(std::string &out, int64_t value, size_t width) {
 // The length of the run of `letter` (either case) starting at i.
 size_t run_length(std::string_view picture, size_t i, char letter) {
     size_t n = 0;
-    while (i + n < picture.size() && lower(picture[i + n]) == letter)
+    while (i + n < picture.size() && ascii_lower(picture[i + n]) == letter)
         ++n;
     return n;
 }
@@ -82,7 +83,7 @@ bool starts_with_nocase(std::string_view text, size_t i, std::string_view word) 
     if (text.size() - i < word.size())
         return false;
     for (size_t k = 0; k < word.size(); ++k)
-        if (lower(text[i + k]) != word[k])
+        if (ascii_lower(text[i + k]) != word[k])
             return false;
     return true;
 }
@@ -134,7 +135,7 @@ std::string render_date(std::string_view picture, int32_t date) {
             out.append(picture.substr(i, 5));
             return 5;
         }
-        const char letter = lower(picture[i]);
+        const char letter = ascii_lower(picture[i]);
         const size_t run = run_length(picture, i, letter);
         size_t used = 1;
         switch (letter) {
@@ -203,7 +204,7 @@ std::string render_time(std::string_view picture, int32_t time, bool twelve_hour
             out += picture[morning ? i : i + 2];
             return 3;
         }
-        const char letter = lower(picture[i]);
+        const char letter = ascii_lower(picture[i]);
         const size_t run = run_length(picture, i, letter);
         const size_t used = std::min<size_t>(run == 0 ? 1 : run, 2);
         switch (letter) {

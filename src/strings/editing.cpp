@@ -5,6 +5,7 @@
 //
 // The replace, delete, fill and set-in functions take their strings by
 // value and read them zero-terminated; the others read their text counted.
+#include "frame/ascii.h"
 #include "frame/frame.h"
 #include "strings/replace.h"
 
@@ -28,10 +29,7 @@ constexpr uint64_t kMaxString = 0x7FFFFFFFu;
 // exhaust the memory.
 constexpr size_t kReplaceGrowthLimit = size_t{256} << 20;
 
-constexpr unsigned char upper(char c) {
-    const auto u = static_cast<unsigned char>(c);
-    return (u >= 'a' && u <= 'z') ? static_cast<unsigned char>(u - 32) : u;
-}
+using brindle::frame::ascii_upper;
 
 BSTR fill_to_width(BSTR Txt, BSTR FillChar, int32_t Width, bool left) {
     const StrArg arg = StrArg::by_val(Txt);
@@ -342,7 +340,7 @@ BRINDLE_EXPORT(BSTR) cProperName(BSTR *Txt) {
     return guarded_string([&] {
         char before = ' '; // the first character counts as following a space
         return map_bytes(StrArg::by_ref(Txt).bytes(), [&](char c) {
-            const char mapped = before == ' ' ? static_cast<char>(upper(c)) : c;
+            const char mapped = before == ' ' ? static_cast<char>(ascii_upper(c)) : c;
             before = c;
             return mapped;
         });

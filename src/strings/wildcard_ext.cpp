@@ -22,6 +22,7 @@
 // on an explicit stack (one frame per star at most), never on the C stack.
 #include "strings/wildcard_ext.h"
 
+#include "frame/ascii.h"
 #include "frame/hex_digits.h"
 
 #include <cstddef>
@@ -33,7 +34,7 @@ namespace brindle::strings {
 
 namespace {
 
-constexpr unsigned char fold(unsigned char c) { return (c >= 'A' && c <= 'Z') ? static_cast<unsigned char>(c + 32) : c; }
+using brindle::frame::ascii_lower;
 
 // A "~hh" code at position j: its value 0..255, or -1 when j does not
 // start one.
@@ -82,7 +83,7 @@ class Matcher {
     Walk walk(size_t j, size_t i) const;
     int set_step(size_t &j, char tc) const;
     bool same(char a, char b) const {
-        return a == b || (!cs_ && fold(static_cast<unsigned char>(a)) == fold(static_cast<unsigned char>(b)));
+        return a == b || (!cs_ && ascii_lower(static_cast<unsigned char>(a)) == ascii_lower(static_cast<unsigned char>(b)));
     }
     // The character a star looks for (the escaped one after "\"), and
     // whether a text character lets a restart be tried there.
