@@ -207,7 +207,7 @@ BRINDLE_EXPORT(BSTR) cResizeStringAndFill(BSTR *Txt, int32_t Length, BSTR *FillC
         const size_t keep = std::min(n, text.size());
         StringResult out(n);
         std::memcpy(out.data(), text.data(), keep);
-        std::memset(out.data() + keep, fill.empty() ? 0 : fill.first(), n - keep);
+        std::memset(out.data() + keep, fill.first_or(0), n - keep);
         return out.take();
     });
 }
