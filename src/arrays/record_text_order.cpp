@@ -1,7 +1,9 @@
 #include "arrays/record_text_order.h"
 
 #include "arrays/sort_engine.h"
+#include "frame/ascii.h"
 
+#include <cstdint>
 #include <cstring>
 #include <utility>
 
@@ -9,28 +11,17 @@ namespace brindle::arrays {
 
 namespace {
 
-int fold(int c) { return (c >= 'A' && c <= 'Z') ? c + 32 : c; }
+using brindle::frame::ascii_lower;
 
 } // namespace
-
-int compare_text_nocase(const unsigned char *x, const unsigned char *y, const unsigned char *end) noexcept {
-    for (;;) {
-        const int a = x < end ? fold(*x) : 0;
-        const int b = y < end ? fold(*y) : 0;
-        if (a != b || a == 0)
-            return a - b;
-        ++x;
-        ++y;
-    }
-}
 
 int compare_text_nocase(const unsigned char *x, const unsigned char *y, const unsigned char *end,
                         size_t *budget) noexcept {
     for (;; --*budget) {
         if (*budget == 0)
             return 0;
-        const int a = x < end ? fold(*x) : 0;
-        const int b = y < end ? fold(*y) : 0;
+        const int a = x < end ? ascii_lower(*x) : 0;
+        const int b = y < end ? ascii_lower(*y) : 0;
         if (a != b || a == 0)
             return a - b;
         ++x;
@@ -38,9 +29,15 @@ int compare_text_nocase(const unsigned char *x, const unsigned char *y, const un
     }
 }
 
+int compare_text_nocase(const unsigned char *x, const unsigned char *y, const unsigned char *end) noexcept {
+    // The walk stops at the first terminator, long before this budget ends.
+    size_t unlimited = SIZE_MAX;
+    return compare_text_nocase(x, y, end, &unlimited);
+}
+
 int RecordTextOrder::byte(size_t u, size_t k) const noexcept {
     const size_t at = u * size_ + k;
-    return at < length_ ? fold(base_[at]) : 0;
+    return at < length_ ? ascii_lower(base_[at]) : 0;
 }
 
 // The first difference of two units' folded bytes; 0 when they are equal,

@@ -11,6 +11,7 @@
 //   - PutMK of such an element leaves the text untouched and returns 0, and
 //     PutMK...s hands back the caller's own string, as for a position < 1.
 #include "convert/mbf.h"
+#include "frame/ascii.h"
 #include "frame/frame.h"
 
 #include <algorithm>
@@ -102,7 +103,7 @@ int32_t runtime_atol(std::string_view text) {
     int64_t value = 0;
     const int64_t limit = negative ? -static_cast<int64_t>(std::numeric_limits<int32_t>::min())
                                    : std::numeric_limits<int32_t>::max();
-    for (; i < text.size() && text[i] >= '0' && text[i] <= '9'; ++i) {
+    for (; i < text.size() && is_ascii_digit(text[i]); ++i) {
         value = value * 10 + (text[i] - '0');
         if (value > limit)
             value = limit; // stays there; keeps reading the digits

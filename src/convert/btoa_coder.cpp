@@ -1,5 +1,6 @@
 #include "convert/btoa_coder.h"
 
+#include "frame/hex_digits.h"
 #include "platform/file.h"
 #include "platform/text_mode.h"
 
@@ -253,15 +254,8 @@ class Scanner {
         const size_t start = pos_;
         int64_t v = 0;
         for (; pos_ < text_.size(); ++pos_) {
-            const char c = text_[pos_];
-            int d;
-            if (c >= '0' && c <= '9')
-                d = c - '0';
-            else if (base == 16 && c >= 'a' && c <= 'f')
-                d = c - 'a' + 10;
-            else if (base == 16 && c >= 'A' && c <= 'F')
-                d = c - 'A' + 10;
-            else
+            const int d = frame::hex_digit_value(text_[pos_]);
+            if (d < 0 || d >= base)
                 break;
             if (v < (int64_t{1} << 40))
                 v = v * base + d;

@@ -1,5 +1,6 @@
 #include "convert/speller.h"
 
+#include "frame/ascii.h"
 #include "platform/crt_format.h"
 
 #include <algorithm>
@@ -54,8 +55,11 @@ class Speller {
         out_ += scale;
     }
 
-    // The whole part, always ending with a space.
-    void whole(double w) {
+    // The whole part of |value|, always ending with a space; returns the
+    // fraction left over.
+    double whole(double value) {
+        double w;
+        const double fraction = std::modf(std::fabs(value), &w);
         struct Scale {
             double factor, modulus;
             const char *name;
@@ -72,6 +76,7 @@ class Speller {
         group(static_cast<int64_t>(w), "");
         if (out_.empty())
             out_ = "Zero ";
+        return fraction;
     }
 
     void append(std::string_view text) { out_ += text; }
@@ -100,7 +105,7 @@ std::string fraction_text(double f, int digits) {
     const int exponent = std::atoi(text.c_str() + e + 1); // negative here
     std::string decimals(static_cast<size_t>(-exponent - 1 < 0 ? 0 : -exponent - 1), '0');
     for (size_t i = 0; i < e; ++i)
-        if (text[i] >= '0' && text[i] <= '9')
+        if (frame::is_ascii_digit(text[i]))
             decimals += text[i];
     if (decimals.size() > kMaxDecimals)
         decimals.resize(kMaxDecimals);
@@ -114,34 +119,28 @@ bool out_of_range(double value) { return std::isnan(value) || std::fabs(value) >
 std::string spell_number(double value, int digits, std::string_view word) {
     if (out_of_range(value))
         return {};
-    const bool negative = value < 0;
-    double w;
-    const double f = std::modf(std::fabs(value), &w);
     Speller s;
-    s.whole(w);
+    const double f = s.whole(value);
     if (f != 0.0) {
         s.append(cut(word, kWordMax));
         const std::string text = fraction_text(f, digits);
         // From the third character on ("0." comes first); each digit is
         // one group with its closing space removed, so a zero adds nothing.
         for (size_t i = 2; i < text.size(); ++i) {
-            if (text[i] < '0' || text[i] > '9')
+            if (!frame::is_ascii_digit(text[i]))
                 continue;
             s.group(text[i] - '0', "");
             s.drop_trailing_space();
         }
     }
-    return s.finish(negative);
+    return s.finish(value < 0);
 }
 
 std::string spell_money(double value, std::string_view currency, std::string_view cents) {
     if (out_of_range(value))
         return {};
-    const bool negative = value < 0;
-    double w;
-    const double f = std::modf(std::fabs(value), &w);
     Speller s;
-    s.whole(w);
+    const double f = s.whole(value);
     currency = cut(currency, kNameMax);
     cents = cut(cents, kNameMax);
     if (!currency.empty())
@@ -154,7 +153,7 @@ std::string spell_money(double value, std::string_view currency, std::string_vie
         if (!cents.empty())
             s.append(cents);
     }
-    return s.finish(negative);
+    return s.finish(value < 0);
 }
 
 } // namespace brindle::convert

@@ -4,6 +4,7 @@
 // cH2I, cH2L and cMorse take theirs by value.
 #include "convert/ebcdic.h"
 #include "frame/frame.h"
+#include "frame/hex_digits.h"
 
 #include <cmath>
 #include <string>
@@ -27,8 +28,6 @@ double continuous_step(double i) { return std::pow(kE, i) - 1.0; }
 
 // ---------------------------------------------------------------------------
 // Digits
-
-constexpr char kHexDigits[] = "0123456789ABCDEF";
 
 // The digit value of a hexadecimal or base-36 character, unchecked: the
 // character code minus 48 below "A", minus 55 from "A" below "a", minus 87
@@ -68,15 +67,8 @@ uint32_t hex_number(BSTR txt, size_t max_digits) {
         return 0;
     uint32_t value = 0;
     for (const char ch : text.bytes()) {
-        const unsigned char c = static_cast<unsigned char>(ch);
-        int digit;
-        if (c >= '0' && c <= '9')
-            digit = c - '0';
-        else if (c >= 'a' && c <= 'f')
-            digit = c - 'a' + 10;
-        else if (c >= 'A' && c <= 'F')
-            digit = c - 'A' + 10;
-        else
+        const int digit = hex_digit_value(ch);
+        if (digit < 0)
             break;
         value = value * 16 + static_cast<uint32_t>(digit);
     }
@@ -235,19 +227,7 @@ BRINDLE_EXPORT(double) cPtoAC(double Rate, int16_t Periods) {
 
 // Each byte as two hexadecimal digits, high half first.
 BRINDLE_EXPORT(BSTR) cToHexa(BSTR *Txt) {
-    return guarded_string([&] {
-        const StrArg text = StrArg::by_ref(Txt);
-        if (text.empty())
-            return empty_string();
-        StringResult result(text.size() * 2);
-        char *out = result.data();
-        for (const char ch : text.bytes()) {
-            const auto c = static_cast<unsigned char>(ch);
-            *out++ = kHexDigits[c >> 4];
-            *out++ = kHexDigits[c & 15];
-        }
-        return result.take();
-    });
+    return guarded_string([&] { return hex_string(StrArg::by_ref(Txt).bytes()); });
 }
 
 BRINDLE_EXPORT(BSTR) cFromHexa(BSTR *Txt) {

@@ -1,6 +1,7 @@
 #include "datetime/dt_picture.h"
 
 #include "datetime/dt_engine.h"
+#include "frame/ascii.h"
 
 #include <algorithm>
 #include <array>
@@ -46,7 +47,7 @@ std::string_view month_name(int64_t month, NameForm form) noexcept {
 
 namespace {
 
-char lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
+using brindle::frame::ascii_lower;
 
 // A number padded with zeros to `width` digits; negative values keep their
 // sign in front and are not padded (what printf's %0Nd does for them, less
@@ -63,7 +64,7 @@ void append_number(std::string &out, int64_t value, size_t width) {
 // The length of the run of `letter` (either case) starting at i.
 size_t run_length(std::string_view picture, size_t i, char letter) {
     size_t n = 0;
-    while (i + n < picture.size() && lower(picture[i + n]) == letter)
+    while (i + n < picture.size() && ascii_lower(picture[i + n]) == letter)
         ++n;
     return n;
 }
@@ -82,7 +83,7 @@ bool starts_with_nocase(std::string_view text, size_t i, std::string_view word) 
     if (text.size() - i < word.size())
         return false;
     for (size_t k = 0; k < word.size(); ++k)
-        if (lower(text[i + k]) != word[k])
+        if (ascii_lower(text[i + k]) != word[k])
             return false;
     return true;
 }
@@ -112,21 +113,29 @@ bool take_literal(std::string_view picture, size_t &i, std::string &out) {
     return false;
 }
 
-std::string render_date(std::string_view picture, int32_t date) {
-    const DateFields f = split_date(date);
+// One pass over a picture: literals are copied, everything else goes to
+// item(i, out), which appends what position i stands for and returns how
+// many picture characters it used (at least one).
+template <class Item> std::string render(std::string_view picture, Item item) {
     std::string out;
     out.reserve(picture.size() + 16);
     size_t i = 0;
     while (i < picture.size()) {
-        if (take_literal(picture, i, out))
-            continue;
+        if (!take_literal(picture, i, out))
+            i += item(i, out);
+    }
+    return out;
+}
+
+std::string render_date(std::string_view picture, int32_t date) {
+    const DateFields f = split_date(date);
+    return render(picture, [&](size_t i, std::string &out) -> size_t {
         // A time's AM/PM marker is text here, not two month letters.
         if (starts_with_nocase(picture, i, "am/pm")) {
             out.append(picture.substr(i, 5));
-            i += 5;
-            continue;
+            return 5;
         }
-        const char letter = lower(picture[i]);
+        const char letter = ascii_lower(picture[i]);
         const size_t run = run_length(picture, i, letter);
         size_t used = 1;
         switch (letter) {
@@ -167,9 +176,8 @@ std::string render_date(std::string_view picture, int32_t date) {
             out += picture[i];
             break;
         }
-        i += used;
-    }
-    return out;
+        return used;
+    });
 }
 
 // One pass over a time picture. `twelve_hour` prints hours 1..12; `marker`
@@ -184,26 +192,19 @@ std::string render_time(std::string_view picture, int32_t time, bool twelve_hour
             hours = 12;
     }
     const bool morning = t.hours < 12;
-    std::string out;
-    out.reserve(picture.size() + 16);
-    size_t i = 0;
-    while (i < picture.size()) {
-        if (take_literal(picture, i, out))
-            continue;
+    return render(picture, [&](size_t i, std::string &out) -> size_t {
         // The marker keeps the case the picture wrote it in.
         if (starts_with_nocase(picture, i, "am/pm")) {
             marker = true;
             out.append(picture.substr(morning ? i : i + 3, 2));
-            i += 5;
-            continue;
+            return 5;
         }
         if (starts_with_nocase(picture, i, "a/p")) {
             marker = true;
             out += picture[morning ? i : i + 2];
-            i += 3;
-            continue;
+            return 3;
         }
-        const char letter = lower(picture[i]);
+        const char letter = ascii_lower(picture[i]);
         const size_t run = run_length(picture, i, letter);
         const size_t used = std::min<size_t>(run == 0 ? 1 : run, 2);
         switch (letter) {
@@ -222,12 +223,10 @@ std::string render_time(std::string_view picture, int32_t time, bool twelve_hour
             break;
         default:
             out += picture[i];
-            i += 1;
-            continue;
+            return 1;
         }
-        i += used;
-    }
-    return out;
+        return used;
+    });
 }
 
 } // namespace

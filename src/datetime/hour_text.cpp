@@ -1,5 +1,7 @@
 #include "datetime/hour_text.h"
 
+#include "frame/ascii.h"
+
 #include <cstdio>
 #include <cstdlib>
 
@@ -7,7 +9,7 @@ namespace brindle::datetime {
 
 namespace {
 
-bool is_digit(char c) { return c >= '0' && c <= '9'; }
+using brindle::frame::is_ascii_digit;
 
 // The largest number of minutes that fits each usable width 1..11: below 5
 // there is no separator, so width 4 holds 99 hours 59 like width 5.
@@ -18,7 +20,7 @@ constexpr int64_t kLargest[12] = {0,      9,       59,       599,       5999,   
 int64_t leading_number(std::string_view digits) {
     int64_t n = 0;
     for (char c : digits) {
-        if (!is_digit(c))
+        if (!is_ascii_digit(c))
             break;
         n = n * 10 + (c - '0');
     }
@@ -27,7 +29,7 @@ int64_t leading_number(std::string_view digits) {
 
 // Two characters as a two-digit number; a non-digit counts as 0.
 int digit_pair(char tens, char units) {
-    return (is_digit(tens) ? tens - '0' : 0) * 10 + (is_digit(units) ? units - '0' : 0);
+    return (is_ascii_digit(tens) ? tens - '0' : 0) * 10 + (is_ascii_digit(units) ? units - '0' : 0);
 }
 
 } // namespace
@@ -53,7 +55,7 @@ int32_t minutes_from_hour_text(std::string_view text, char separator) {
             continue;
         }
         if (!in_hours) {
-            if (!is_digit(c))
+            if (!is_ascii_digit(c))
                 continue;
             if (minute_digits++ == 0) {
                 minute_units = c;

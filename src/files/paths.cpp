@@ -95,28 +95,12 @@ BRINDLE_EXPORT(BSTR) cDefaultExtension(BSTR FileName, BSTR Ext) {
 // Meant to replace an extension, it keeps an existing one: the name is
 // stripped only on a copy that is then thrown away, and clients rely on the
 // result being that of cDefaultExtension.
-BRINDLE_EXPORT(BSTR) cFixedExtension(BSTR FileName, BSTR Ext) {
-    return guarded_string([&] {
-        const std::string_view name = StrArg::by_val(FileName).text();
-        if (name.empty())
-            return empty_string();
-        return new_string(DefaultExtension(name, StrArg::by_val(Ext).text()));
-    });
-}
+BRINDLE_EXPORT(BSTR) cFixedExtension(BSTR FileName, BSTR Ext) { return cDefaultExtension(FileName, Ext); }
 
 // An extension with a leading full stop takes the fixed rule, one without
-// the default rule; both give the same text.
-BRINDLE_EXPORT(BSTR) cAddExtension(BSTR FileName, BSTR Ext) {
-    return guarded_string([&] {
-        const std::string_view name = StrArg::by_val(FileName).text();
-        const std::string_view ext = StrArg::by_val(Ext).text();
-        if (name.empty())
-            return empty_string();
-        if (ext.empty())
-            return new_string(name);
-        return new_string(DefaultExtension(name, ext));
-    });
-}
+// the default rule; both give the same text (an empty extension leaves the
+// name as it is in every rule).
+BRINDLE_EXPORT(BSTR) cAddExtension(BSTR FileName, BSTR Ext) { return cDefaultExtension(FileName, Ext); }
 
 BRINDLE_EXPORT(BSTR) cStripExtension(BSTR FileName) {
     return guarded_string([&] { return new_string(StripExtension(StrArg::by_val(FileName).text())); });

@@ -6,6 +6,7 @@
 // the root of the current drive.
 #include "files/file_sets.h"
 #include "files/tree_walk.h"
+#include "frame/ascii.h"
 #include "frame/frame.h"
 #include "platform/file.h"
 #include "strings/wildcard.h"
@@ -23,13 +24,13 @@ namespace {
 
 bool is_dir(const DirEntry &e) { return (e.attributes & platform::kAttrDirectory) != 0; }
 
-char upper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c; }
+using brindle::frame::ascii_upper;
 
 bool less_no_case(const std::string &a, const std::string &b) {
     const size_t n = std::min(a.size(), b.size());
     for (size_t i = 0; i < n; ++i) {
-        const auto x = static_cast<unsigned char>(upper(a[i]));
-        const auto y = static_cast<unsigned char>(upper(b[i]));
+        const auto x = static_cast<unsigned char>(ascii_upper(a[i]));
+        const auto y = static_cast<unsigned char>(ascii_upper(b[i]));
         if (x != y)
             return x < y;
     }
@@ -62,7 +63,7 @@ std::string totals_mask(std::string_view mask) {
         return "*";
     std::string m(mask);
     for (char &c : m)
-        c = upper(c);
+        c = ascii_upper(c);
     return m;
 }
 

@@ -35,6 +35,8 @@ class StrArg {
     // The first byte, where a separator or filler "character" is a string;
     // call only on a non-empty argument.
     char first() const noexcept { return data_[0]; }
+    // The first byte, or `fallback` for an empty argument.
+    char first_or(char fallback) const noexcept { return size_ == 0 ? fallback : data_[0]; }
 
     // Zero-terminated reading: the bytes before the first zero.
     std::string_view text() const noexcept;

@@ -4,6 +4,7 @@
 // received. The empty result is a real zero-length string, never null.
 #pragma once
 
+#include "frame/boundary.h"
 #include "frame/string_args.h"
 
 #include <cstddef>
@@ -20,6 +21,10 @@ BSTR new_string(std::string_view bytes);
 BSTR new_ztext(const char *text);
 
 // BSTR empty_string() is declared in frame/boundary.h.
+
+// Each byte as two upper-case hexadecimal digits, high half first; the
+// empty string for no bytes.
+BSTR hex_string(std::string_view bytes);
 
 // The "nothing to do" result: the caller's own handle, not a copy.
 inline BSTR same_handle(const StrArg &arg) noexcept { return arg.handle(); }
@@ -41,5 +46,17 @@ class StringResult {
     BSTR handle_;
     size_t size_;
 };
+
+// A result as long as `bytes`, each byte through map(byte), called in
+// order from the first; the empty string for no bytes.
+template <class Map> BSTR map_bytes(std::string_view bytes, Map &&map) {
+    if (bytes.empty())
+        return empty_string();
+    StringResult result(bytes.size());
+    char *out = result.data();
+    for (const char c : bytes)
+        *out++ = static_cast<char>(map(c));
+    return result.take();
+}
 
 } // namespace brindle::frame

@@ -1,6 +1,7 @@
 #include "frame/string_args.h"
 #include "frame/string_results.h"
 #include "frame/boundary.h"
+#include "frame/hex_digits.h"
 
 #include <cstring>
 #include <limits>
@@ -31,6 +32,19 @@ BSTR new_string(std::string_view bytes) {
 }
 
 BSTR new_ztext(const char *text) { return new_string(std::string_view(text, std::strlen(text))); }
+
+BSTR hex_string(std::string_view bytes) {
+    if (bytes.empty())
+        return empty_string();
+    StringResult result(bytes.size() * 2);
+    char *out = result.data();
+    for (const char ch : bytes) {
+        const auto b = static_cast<unsigned char>(ch);
+        *out++ = kHexDigits[b >> 4];
+        *out++ = kHexDigits[b & 15];
+    }
+    return result.take();
+}
 
 StringResult::StringResult(size_t length) : handle_(nullptr), size_(length) {
     if (length > std::numeric_limits<UINT>::max())

@@ -5,6 +5,7 @@
 // The classes are those of the C runtime in the "C" locale (the locale a VB
 // program's runtime starts in): bytes 128..255, which arrive as negative
 // signed characters, belong to no class.
+#include "frame/ascii.h"
 #include "frame/frame.h"
 
 #include <cstdint>
@@ -13,13 +14,13 @@ using namespace brindle::frame;
 
 namespace {
 
-constexpr bool is_digit(unsigned char c) { return c >= '0' && c <= '9'; }
+using brindle::frame::is_ascii_digit;
 constexpr bool is_lower(unsigned char c) { return c >= 'a' && c <= 'z'; }
 constexpr bool is_upper(unsigned char c) { return c >= 'A' && c <= 'Z'; }
 constexpr bool is_alpha(unsigned char c) { return is_lower(c) || is_upper(c); }
-constexpr bool is_alnum(unsigned char c) { return is_alpha(c) || is_digit(c); }
+constexpr bool is_alnum(unsigned char c) { return is_alpha(c) || is_ascii_digit(c); }
 constexpr bool is_xdigit(unsigned char c) {
-    return is_digit(c) || (c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F');
+    return is_ascii_digit(c) || (c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F');
 }
 constexpr bool is_space(unsigned char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
 constexpr bool is_punct(unsigned char c) { return c > ' ' && c < 127 && !is_alnum(c); }
@@ -41,7 +42,7 @@ enum Class : int {
 bool in_class(int cls, unsigned char c) {
     switch (cls) {
     case kDigit:
-        return is_digit(c);
+        return is_ascii_digit(c);
     case kAlpha:
     case kCsymf:
         return is_alpha(c);
@@ -82,7 +83,7 @@ int16_t isbn_test(const StrArg &text) {
     int64_t sum = 0;
     for (const char c : text.bytes()) {
         const auto u = static_cast<unsigned char>(c);
-        if (!is_digit(u))
+        if (!is_ascii_digit(u))
             continue;
         ++digits;
         if (digits <= 10)
@@ -162,7 +163,7 @@ BRINDLE_EXPORT(int16_t) cAddDigit(BSTR *Txt) {
     const StrArg text = StrArg::by_ref(Txt);
     uint32_t sum = 0;
     for (const char c : text.bytes())
-        if (is_digit(static_cast<unsigned char>(c)))
+        if (is_ascii_digit(static_cast<unsigned char>(c)))
             sum += static_cast<uint32_t>(c - '0');
     return static_cast<int16_t>(static_cast<uint16_t>(sum & 0xFFFFu));
 }
@@ -173,7 +174,7 @@ BRINDLE_EXPORT(int16_t) cNumDigit(BSTR *Txt) {
     const StrArg text = StrArg::by_ref(Txt);
     int sum = 0;
     for (const char c : text.bytes()) {
-        if (!is_digit(static_cast<unsigned char>(c)))
+        if (!is_ascii_digit(static_cast<unsigned char>(c)))
             continue;
         sum += c - '0';
         if (sum > 9)
@@ -185,27 +186,15 @@ BRINDLE_EXPORT(int16_t) cNumDigit(BSTR *Txt) {
 // Nines' complement of every decimal digit; other bytes unchanged.
 BRINDLE_EXPORT(BSTR) cCplDigit(BSTR *Txt) {
     return guarded_string([&] {
-        const StrArg text = StrArg::by_ref(Txt);
-        if (text.empty())
-            return empty_string();
-        StringResult out(text.size());
-        for (size_t k = 0; k < text.size(); ++k) {
-            const char c = text.data()[k];
-            out.data()[k] = is_digit(static_cast<unsigned char>(c)) ? static_cast<char>('9' - (c - '0')) : c;
-        }
-        return out.take();
+        return map_bytes(StrArg::by_ref(Txt).bytes(), [](char c) {
+            return is_ascii_digit(static_cast<unsigned char>(c)) ? static_cast<char>('9' - (c - '0')) : c;
+        });
     });
 }
 
 // Every byte complemented (255 - b).
 BRINDLE_EXPORT(BSTR) cCplAlpha(BSTR *Txt) {
     return guarded_string([&] {
-        const StrArg text = StrArg::by_ref(Txt);
-        if (text.empty())
-            return empty_string();
-        StringResult out(text.size());
-        for (size_t k = 0; k < text.size(); ++k)
-            out.data()[k] = static_cast<char>(~static_cast<unsigned char>(text.data()[k]));
-        return out.take();
+        return map_bytes(StrArg::by_ref(Txt).bytes(), [](char c) { return ~static_cast<unsigned char>(c); });
     });
 }

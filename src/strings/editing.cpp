@@ -5,6 +5,7 @@
 //
 // The replace, delete, fill and set-in functions take their strings by
 // value and read them zero-terminated; the others read their text counted.
+#include "frame/ascii.h"
 #include "frame/frame.h"
 #include "strings/replace.h"
 
@@ -28,10 +29,7 @@ constexpr uint64_t kMaxString = 0x7FFFFFFFu;
 // exhaust the memory.
 constexpr size_t kReplaceGrowthLimit = size_t{256} << 20;
 
-constexpr unsigned char upper(char c) {
-    const auto u = static_cast<unsigned char>(c);
-    return (u >= 'a' && u <= 'z') ? static_cast<unsigned char>(u - 32) : u;
-}
+using brindle::frame::ascii_upper;
 
 BSTR fill_to_width(BSTR Txt, BSTR FillChar, int32_t Width, bool left) {
     const StrArg arg = StrArg::by_val(Txt);
@@ -209,7 +207,7 @@ BRINDLE_EXPORT(BSTR) cResizeStringAndFill(BSTR *Txt, int32_t Length, BSTR *FillC
         const size_t keep = std::min(n, text.size());
         StringResult out(n);
         std::memcpy(out.data(), text.data(), keep);
-        std::memset(out.data() + keep, fill.empty() ? 0 : fill.first(), n - keep);
+        std::memset(out.data() + keep, fill.first_or(0), n - keep);
         return out.take();
     });
 }
@@ -333,34 +331,19 @@ BRINDLE_EXPORT(BSTR) cCompact(BSTR *Txt) {
 
 // Each byte as two hexadecimal digits, high half first, "0".."9" "A".."F".
 BRINDLE_EXPORT(BSTR) cUncompact(BSTR *Txt) {
-    return guarded_string([&] {
-        const StrArg text = StrArg::by_ref(Txt);
-        if (text.empty())
-            return empty_string();
-        static constexpr char kDigits[] = "0123456789ABCDEF";
-        StringResult out(text.size() * 2);
-        for (size_t k = 0; k < text.size(); ++k) {
-            const auto b = static_cast<unsigned char>(text.data()[k]);
-            out.data()[2 * k] = kDigits[b >> 4];
-            out.data()[2 * k + 1] = kDigits[b & 0x0F];
-        }
-        return out.take();
-    });
+    return guarded_string([&] { return hex_string(StrArg::by_ref(Txt).bytes()); });
 }
 
 // The first character and every character after a space in capitals
 // (letters a-z only, as the "C" locale's toupper); nothing is lowered.
 BRINDLE_EXPORT(BSTR) cProperName(BSTR *Txt) {
     return guarded_string([&] {
-        const StrArg text = StrArg::by_ref(Txt);
-        if (text.empty())
-            return empty_string();
-        StringResult out(text.size());
-        for (size_t k = 0; k < text.size(); ++k) {
-            const char c = text.data()[k];
-            out.data()[k] = (k == 0 || text.data()[k - 1] == ' ') ? static_cast<char>(upper(c)) : c;
-        }
-        return out.take();
+        char before = ' '; // the first character counts as following a space
+        return map_bytes(StrArg::by_ref(Txt).bytes(), [&](char c) {
+            const char mapped = before == ' ' ? static_cast<char>(ascii_upper(c)) : c;
+            before = c;
+            return mapped;
+        });
     });
 }
 

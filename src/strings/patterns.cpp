@@ -2,6 +2,7 @@
 // similarity score of two words, the prefix test and the lookup of a word in
 // a separator-delimited table. All strings come by value and are read
 // zero-terminated.
+#include "frame/ascii.h"
 #include "frame/frame.h"
 #include "strings/wildcard.h"
 #include "strings/wildcard_ext.h"
@@ -15,10 +16,7 @@ using namespace brindle::strings;
 
 namespace {
 
-constexpr unsigned char fold(char c) {
-    const auto u = static_cast<unsigned char>(c);
-    return (u >= 'A' && u <= 'Z') ? static_cast<unsigned char>(u + 32) : u;
-}
+using brindle::frame::ascii_lower;
 
 // The C locale's isspace.
 constexpr bool is_space(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
@@ -73,14 +71,14 @@ int16_t similarity(std::string_view a, std::string_view b) {
     int64_t s = 0, bonus = 0;
     for (int64_t i = 0; i < la; ++i) {
         int64_t best = 0, j = 0;
-        const unsigned char ai = fold(a[static_cast<size_t>(i)]);
+        const char ai = ascii_lower(a[static_cast<size_t>(i)]);
         while (j < lb) {
-            while (j < lb && fold(b[static_cast<size_t>(j)]) != ai)
+            while (j < lb && ascii_lower(b[static_cast<size_t>(j)]) != ai)
                 ++j;
             int64_t run = 0;
             if (j < lb) {
                 int64_t ia = i;
-                while (ia < la && j < lb && fold(a[static_cast<size_t>(ia)]) == fold(b[static_cast<size_t>(j)])) {
+                while (ia < la && j < lb && ascii_lower(a[static_cast<size_t>(ia)]) == ascii_lower(b[static_cast<size_t>(j)])) {
                     if (j == ia)
                         ++bonus;
                     ++run;
@@ -107,7 +105,7 @@ bool equal_case(std::string_view x, std::string_view y, bool case_sensitive) {
     if (case_sensitive)
         return x == y;
     for (size_t k = 0; k < x.size(); ++k)
-        if (fold(x[k]) != fold(y[k]))
+        if (ascii_lower(x[k]) != ascii_lower(y[k]))
             return false;
     return true;
 }

@@ -1,5 +1,6 @@
 #include "strings/replace.h"
 
+#include "frame/ascii.h"
 #include "strings/str_find.h"
 
 #include <algorithm>
@@ -9,10 +10,7 @@ namespace brindle::strings {
 
 namespace {
 
-constexpr unsigned char fold(char c) {
-    const auto u = static_cast<unsigned char>(c);
-    return (u >= 'A' && u <= 'Z') ? static_cast<unsigned char>(u + 32) : u;
-}
+using brindle::frame::ascii_lower;
 
 } // namespace
 
@@ -131,7 +129,7 @@ std::string DeleteAll(std::string_view text, std::string_view sub, bool case_sen
         if (case_sensitive)
             return std::memcmp(tail, sub.data(), m) == 0;
         for (size_t k = 0; k < m; ++k)
-            if (fold(tail[k]) != fold(sub[k]))
+            if (ascii_lower(tail[k]) != ascii_lower(sub[k]))
                 return false;
         return true;
     };

@@ -7,6 +7,8 @@
 // n x m comparison. Without SSE2 the same filter runs one byte at a time.
 #include "strings/str_find.h"
 
+#include "frame/ascii.h"
+
 #include <bit>
 #include <cstring>
 
@@ -19,7 +21,7 @@ namespace brindle::strings {
 
 namespace {
 
-constexpr unsigned char fold(unsigned char c) { return (c >= 'A' && c <= 'Z') ? static_cast<unsigned char>(c + 32) : c; }
+using brindle::frame::ascii_lower;
 
 // The middle of a candidate (the bytes between its first and last).
 inline bool middle_equal(const unsigned char *t, const unsigned char *f, size_t m, bool no_case) {
@@ -28,7 +30,7 @@ inline bool middle_equal(const unsigned char *t, const unsigned char *f, size_t 
     if (!no_case)
         return std::memcmp(t + 1, f + 1, m - 2) == 0;
     for (size_t k = 1; k + 1 < m; ++k)
-        if (fold(t[k]) != fold(f[k]))
+        if (ascii_lower(t[k]) != ascii_lower(f[k]))
             return false;
     return true;
 }
@@ -46,8 +48,8 @@ inline __m128i fold16(__m128i x) {
 size_t search(const unsigned char *t, size_t n, const unsigned char *f, size_t m, bool no_case) {
     if (m > n)
         return kNotFound;
-    const unsigned char first = no_case ? fold(f[0]) : f[0];
-    const unsigned char last = no_case ? fold(f[m - 1]) : f[m - 1];
+    const unsigned char first = no_case ? ascii_lower(f[0]) : f[0];
+    const unsigned char last = no_case ? ascii_lower(f[m - 1]) : f[m - 1];
     const size_t candidates = n - m + 1; // positions 0 .. n-m
     size_t i = 0;
 #ifdef BRINDLE_FIND_SSE2
@@ -72,8 +74,8 @@ size_t search(const unsigned char *t, size_t n, const unsigned char *f, size_t m
     }
 #endif
     for (; i < candidates; ++i) {
-        const unsigned char a = no_case ? fold(t[i]) : t[i];
-        const unsigned char b = no_case ? fold(t[i + m - 1]) : t[i + m - 1];
+        const unsigned char a = no_case ? ascii_lower(t[i]) : t[i];
+        const unsigned char b = no_case ? ascii_lower(t[i + m - 1]) : t[i + m - 1];
         if (a == first && b == last && middle_equal(t + i, f, m, no_case))
             return i;
     }

@@ -383,18 +383,15 @@ BRINDLE_EXPORT(BSTR) cInsertByMask(BSTR *Txt, BSTR *Mask, BSTR *Data) {
     return guarded_string([&] {
         const StrArg text = StrArg::by_ref(Txt);
         const StrArg mask = StrArg::by_ref(Mask), data = StrArg::by_ref(Data);
-        const char mark = mask.empty() ? '#' : mask.first();
+        const char mark = mask.first_or('#');
         if (text.empty())
             return empty_string();
         if (data.empty())
             return same_handle(text);
-        StringResult out(text.size());
         size_t next = 0;
-        for (size_t k = 0; k < text.size(); ++k) {
-            const char c = text.data()[k];
-            out.data()[k] = c != mark ? c : next < data.size() ? data.data()[next++] : ' ';
-        }
-        return out.take();
+        return map_bytes(text.bytes(), [&](char c) {
+            return c != mark ? c : next < data.size() ? data.data()[next++] : ' ';
+        });
     });
 }
 
@@ -418,7 +415,7 @@ BRINDLE_EXPORT(BSTR) cInsertBlocksBy(BSTR *Txt, BSTR *Blocks, BSTR *Separator) {
             return empty_string();
         if (blocks.empty())
             return same_handle(text);
-        return insert_blocks(text, blocks.bytes(), sep.empty() ? '~' : sep.first());
+        return insert_blocks(text, blocks.bytes(), sep.first_or('~'));
     });
 }
 

@@ -8,19 +8,21 @@
 // an earlier star would give up the later star can absorb.
 #include "strings/wildcard.h"
 
+#include "frame/ascii.h"
+
 #include <cstddef>
 
 namespace brindle::strings {
 
 namespace {
 
-constexpr unsigned char fold(unsigned char c) { return (c >= 'A' && c <= 'Z') ? static_cast<unsigned char>(c + 32) : c; }
+using brindle::frame::ascii_lower;
 
 // One pattern character against one text character; "?" matches anything.
 inline bool unit_matches(char p, char t, bool case_sensitive) {
     if (p == '?' || p == t)
         return true;
-    return !case_sensitive && fold(static_cast<unsigned char>(p)) == fold(static_cast<unsigned char>(t));
+    return !case_sensitive && ascii_lower(static_cast<unsigned char>(p)) == ascii_lower(static_cast<unsigned char>(t));
 }
 
 } // namespace

@@ -22,6 +22,9 @@
 // on an explicit stack (one frame per star at most), never on the C stack.
 #include "strings/wildcard_ext.h"
 
+#include "frame/ascii.h"
+#include "frame/hex_digits.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <utility>
@@ -31,24 +34,14 @@ namespace brindle::strings {
 
 namespace {
 
-constexpr unsigned char fold(unsigned char c) { return (c >= 'A' && c <= 'Z') ? static_cast<unsigned char>(c + 32) : c; }
-
-int hex_value(char c) {
-    if (c >= '0' && c <= '9')
-        return c - '0';
-    if (c >= 'a' && c <= 'f')
-        return c - 'a' + 10;
-    if (c >= 'A' && c <= 'F')
-        return c - 'A' + 10;
-    return -1;
-}
+using brindle::frame::ascii_lower;
 
 // A "~hh" code at position j: its value 0..255, or -1 when j does not
 // start one.
 int hex_code_at(std::string_view p, size_t j) {
     if (j + 2 >= p.size() || p[j] != '~')
         return -1;
-    const int hi = hex_value(p[j + 1]), lo = hex_value(p[j + 2]);
+    const int hi = frame::hex_digit_value(p[j + 1]), lo = frame::hex_digit_value(p[j + 2]);
     return hi < 0 || lo < 0 ? -1 : hi * 16 + lo;
 }
 
@@ -90,7 +83,7 @@ class Matcher {
     Walk walk(size_t j, size_t i) const;
     int set_step(size_t &j, char tc) const;
     bool same(char a, char b) const {
-        return a == b || (!cs_ && fold(static_cast<unsigned char>(a)) == fold(static_cast<unsigned char>(b)));
+        return a == b || (!cs_ && ascii_lower(static_cast<unsigned char>(a)) == ascii_lower(static_cast<unsigned char>(b)));
     }
     // The character a star looks for (the escaped one after "\"), and
     // whether a text character lets a restart be tried there.

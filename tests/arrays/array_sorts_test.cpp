@@ -2,6 +2,7 @@
 // interface: numeric sorts of elements and record slices, records packed in
 // a string, the multi-key sort of record arrays, and cRmvDup.
 #include "support/ole_helpers.h"
+#include "support/typed_array.h"
 #include "support/temp_dir.h"
 
 #include <algorithm>
@@ -18,31 +19,6 @@ using namespace brindle::test;
 
 namespace {
 
-template <class T> constexpr VARTYPE vt_of() {
-    if constexpr (std::is_same_v<T, int16_t>)
-        return VT_I2;
-    else if constexpr (std::is_same_v<T, int32_t>)
-        return VT_I4;
-    else if constexpr (std::is_same_v<T, float>)
-        return VT_R4;
-    else
-        return VT_R8;
-}
-
-template <class T> struct Arr : SafeArray {
-    Arr(const std::vector<T> &values, LONG lower = 0) : SafeArray(vt_of<T>(), lower, static_cast<ULONG>(values.size())) {
-        if (!values.empty())
-            std::memcpy(data<T>(), values.data(), values.size() * sizeof(T));
-    }
-    size_t size() const {
-        LONG lo = 0, hi = -1;
-        SafeArrayGetLBound(get(), 1, &lo);
-        SafeArrayGetUBound(get(), 1, &hi);
-        return static_cast<size_t>(hi - lo + 1);
-    }
-    std::vector<T> values() const { return std::vector<T>(data<T>(), data<T>() + size()); }
-};
-
 template <class T> std::vector<T> random_values(size_t n, int spread, unsigned seed) {
     std::mt19937 rng(seed);
     std::uniform_int_distribution<int> pick(-spread, spread);
@@ -57,7 +33,7 @@ template <class T> void check_numeric_sort(int16_t (*up)(SAFEARRAY **), int16_t 
     const std::vector<T> input = random_values<T>(n, spread, static_cast<unsigned>(n));
     std::vector<T> expected = input;
     std::sort(expected.begin(), expected.end());
-    Arr<T> a(input, -3);
+    TypedArray<T> a(input, -3);
     ASSERT_EQ(up(a.ref()), -1);
     EXPECT_EQ(a.values(), expected) << n;
     std::reverse(expected.begin(), expected.end());
@@ -84,16 +60,16 @@ TEST(NumericSorts, ExtremesInfinitiesAndSignedZeros) {
     std::vector<double> d{0.0, inf, -0.0, -inf, 1e-310, -1e-310, std::numeric_limits<double>::max(),
                           std::numeric_limits<double>::lowest(), 5.0, -5.0};
     d.resize(600, 2.0); // long enough for the radix sort
-    Arr<double> a(d);
+    TypedArray<double> a(d);
     cSortD(a.ref());
     const auto v = a.values();
     EXPECT_TRUE(std::is_sorted(v.begin(), v.end()));
     EXPECT_EQ(v.front(), -inf);
     EXPECT_EQ(v.back(), inf);
-    Arr<int32_t> l({INT32_MAX, INT32_MIN, 0, -1, 1});
+    TypedArray<int32_t> l({INT32_MAX, INT32_MIN, 0, -1, 1});
     cReverseSortL(l.ref());
     EXPECT_EQ(l.values(), (std::vector<int32_t>{INT32_MAX, 1, 0, -1, INT32_MIN}));
-    Arr<int16_t> i({-32768, 32767, -1, 0});
+    TypedArray<int16_t> i({-32768, 32767, -1, 0});
     cSortI(i.ref());
     EXPECT_EQ(i.values(), (std::vector<int16_t>{-32768, -1, 0, 32767}));
 }
@@ -103,7 +79,7 @@ TEST(NumericSorts, NaNsComparingEqualToEverythingStillGiveAPermutation) {
         std::vector<double> d = random_values<double>(n, 1000, 7);
         for (size_t k = 0; k < n; k += 3)
             d[k] = std::numeric_limits<double>::quiet_NaN();
-        Arr<double> a(d);
+        TypedArray<double> a(d);
         ASSERT_EQ(cSortD(a.ref()), -1);
         std::vector<double> got = a.values();
         const auto is_nan = [](double x) { return std::isnan(x); };
@@ -113,7 +89,7 @@ TEST(NumericSorts, NaNsComparingEqualToEverythingStillGiveAPermutation) {
         std::sort(got.begin(), got.end());
         std::sort(d.begin(), d.end());
         EXPECT_EQ(got, d);
-        Arr<float> f(std::vector<float>(n, std::numeric_limits<float>::quiet_NaN()));
+        TypedArray<float> f(std::vector<float>(n, std::numeric_limits<float>::quiet_NaN()));
         EXPECT_EQ(cReverseSortS(f.ref()), -1);
     }
 }
@@ -160,7 +136,7 @@ TEST(NumericSorts, RefusalsAndUnknownCodes) {
 TEST(NumericSorts, WiderCodeThanTheElementsStaysInsideTheBlock) {
     // Seven Integers (14 bytes) sorted as Doubles: one Double fits, the rest
     // of the block is never touched.
-    Arr<int16_t> i({7, 6, 5, 4, 3, 2, 1});
+    TypedArray<int16_t> i({7, 6, 5, 4, 3, 2, 1});
     EXPECT_EQ(cSortD(i.ref()), -1);
     EXPECT_EQ(std::vector<int16_t>(i.data<int16_t>() + 4, i.data<int16_t>() + 7), (std::vector<int16_t>{3, 2, 1}));
     // A 2-D Integer array (3 x 3) sorted as Longs: slices of 12 bytes, of
@@ -171,7 +147,7 @@ TEST(NumericSorts, WiderCodeThanTheElementsStaysInsideTheBlock) {
     EXPECT_EQ(cReverseSortL(two.ref()), -1);
     EXPECT_EQ(two.data<int16_t>()[8], 1);
     // Narrower code: Doubles sorted as Integers, four per element.
-    Arr<double> d({1.0, -2.0, 3.0});
+    TypedArray<double> d({1.0, -2.0, 3.0});
     EXPECT_EQ(cSortI(d.ref()), -1);
 }
 
@@ -281,14 +257,14 @@ std::vector<std::string> files_here() {
 
 TEST_F(RmvDup, InPlaceWithAndWithoutShrinking) {
     Bstr none;
-    Arr<int16_t> i({3, 1, 3, 2, 1}, 4);
+    TypedArray<int16_t> i({3, 1, 3, 2, 1}, 4);
     EXPECT_EQ(cRmvDupI(i.ref(), 0, none.ref(), -1), 3);
     EXPECT_EQ(i.values(), (std::vector<int16_t>{1, 2, 3}));
     LONG lower = 0;
     SafeArrayGetLBound(i.get(), 1, &lower);
     EXPECT_EQ(lower, 4); // the lower bound is kept
 
-    Arr<int32_t> l({5, 5, 5, -1});
+    TypedArray<int32_t> l({5, 5, 5, -1});
     EXPECT_EQ(cRmvDupL(l.ref(), 0, none.ref(), 0), 2); // no shrink: the size stays
     ASSERT_EQ(l.size(), 4u);
     EXPECT_EQ(l.values()[0], -1);
@@ -296,9 +272,9 @@ TEST_F(RmvDup, InPlaceWithAndWithoutShrinking) {
     EXPECT_EQ(cRmvDupL(l.ref(), 0, none.ref(), 1), 2); // 1 is not True
     EXPECT_EQ(l.size(), 4u);
 
-    Arr<double> d({0.5, -0.0, 0.0, 0.5, 2.0});
+    TypedArray<double> d({0.5, -0.0, 0.0, 0.5, 2.0});
     EXPECT_EQ(cRmvDupD(d.ref(), 0, none.ref(), -1), 4); // units compare as bytes: -0 and 0 differ
-    Arr<float> f(std::vector<float>{});
+    TypedArray<float> f(std::vector<float>{});
     EXPECT_EQ(cRmvDupS(f.ref(), 0, none.ref(), -1), 0);
     EXPECT_TRUE(files_here().empty());
 }
@@ -310,14 +286,14 @@ TEST_F(RmvDup, ThroughTheScratchFileWhichIsAlwaysRemoved) {
     std::sort(expected.begin(), expected.end());
     expected.erase(std::unique(expected.begin(), expected.end()), expected.end());
     for (BSTR *name : {none.ref(), named.ref()}) {
-        Arr<int32_t> l(input);
+        TypedArray<int32_t> l(input);
         EXPECT_EQ(cRmvDupL(l.ref(), -1, name, -1), static_cast<int32_t>(expected.size()));
         EXPECT_EQ(l.values(), expected);
         EXPECT_TRUE(files_here().empty());
     }
     // An existing file of that name is replaced, then removed.
     write_file("dups.tmp", "old");
-    Arr<int16_t> i({2, 2, 1});
+    TypedArray<int16_t> i({2, 2, 1});
     EXPECT_EQ(cRmvDupI(i.ref(), -1, named.ref(), 0), 2);
     EXPECT_EQ(i.values(), (std::vector<int16_t>{1, 2, 2}));
     EXPECT_TRUE(files_here().empty());
@@ -325,7 +301,7 @@ TEST_F(RmvDup, ThroughTheScratchFileWhichIsAlwaysRemoved) {
 
 TEST_F(RmvDup, FailuresGiveTheirCodesAndLeaveNoFile) {
     Bstr bad("no-such-dir\\x.tmp"), named("x.tmp");
-    Arr<double> d({1, 1});
+    TypedArray<double> d({1, 1});
     EXPECT_EQ(cRmvDupD(d.ref(), -1, bad.ref(), -1), -1); // cannot create
     SafeArray three(VT_R8, {{2, 0}, {2, 0}, {2, 0}});
     EXPECT_EQ(cRmvDupD(three.ref(), -1, named.ref(), -1), 0); // file made first, removed after
@@ -355,7 +331,7 @@ TEST_F(RmvDup, MismatchedCodeShrinksToWholeElements) {
     // Six Integers de-duplicated as Longs: three Long units (12 bytes), the
     // two kept ones are 8 bytes = 4 Integers.
     Bstr none;
-    Arr<int16_t> i({1, 0, 1, 0, 7, 0});
+    TypedArray<int16_t> i({1, 0, 1, 0, 7, 0});
     EXPECT_EQ(cRmvDupL(i.ref(), 0, none.ref(), -1), 2);
     EXPECT_EQ(i.values(), (std::vector<int16_t>{1, 0, 7, 0}));
 }

@@ -2,6 +2,7 @@
 // maxima and minima, counts and searches, string arrays, shifts, checksums
 // and array parameters.
 #include "support/ole_helpers.h"
+#include "support/typed_array.h"
 
 #include <zlib.h>
 
@@ -15,30 +16,6 @@ using namespace brindle::test;
 
 namespace {
 
-template <class T> constexpr VARTYPE vt_of() {
-    if constexpr (std::is_same_v<T, int16_t>)
-        return VT_I2;
-    else if constexpr (std::is_same_v<T, int32_t>)
-        return VT_I4;
-    else if constexpr (std::is_same_v<T, float>)
-        return VT_R4;
-    else if constexpr (std::is_same_v<T, double>)
-        return VT_R8;
-    else
-        return VT_UI1;
-}
-
-// A one-dimensional array holding `values`, first subscript `lower`.
-template <class T> struct Arr : SafeArray {
-    Arr(std::vector<T> values, LONG lower = 0) : SafeArray(vt_of<T>(), lower, static_cast<ULONG>(values.size())) {
-        if (!values.empty())
-            std::memcpy(data<T>(), values.data(), values.size() * sizeof(T));
-        n = values.size();
-    }
-    std::vector<T> values() const { return std::vector<T>(data<T>(), data<T>() + n); }
-    size_t n;
-};
-
 // An empty array (lower bound above upper bound).
 template <class T> struct Empty : SafeArray {
     Empty() : SafeArray(vt_of<T>(), 1, 0) {}
@@ -47,20 +24,20 @@ template <class T> struct Empty : SafeArray {
 } // namespace
 
 TEST(Statistics, SumMeanAndTheFamilysDeviation) {
-    Arr<double> d({1, 2, 3});
+    TypedArray<double> d({1, 2, 3});
     EXPECT_DOUBLE_EQ(cSumD(d.ref()), 6.0);
     EXPECT_DOUBLE_EQ(cMeanD(d.ref()), 2.0);
     EXPECT_NEAR(cDeviationD(d.ref()), 0.47140452079103, 1e-13); // sqrt(2)/3, not 0.8165
-    Arr<double> one({42.5});
+    TypedArray<double> one({42.5});
     EXPECT_EQ(cDeviationD(one.ref()), 0.0);
 
     // Every element type, with a lower bound other than 0 or 1.
-    Arr<int16_t> i({-32768, 32767, 5}, -7);
+    TypedArray<int16_t> i({-32768, 32767, 5}, -7);
     EXPECT_DOUBLE_EQ(cSumI(i.ref()), 4.0);
-    Arr<int32_t> l({2147483647, 2147483647}, 10);
+    TypedArray<int32_t> l({2147483647, 2147483647}, 10);
     EXPECT_DOUBLE_EQ(cSumL(l.ref()), 4294967294.0); // widened, no 32-bit overflow
     EXPECT_DOUBLE_EQ(cMeanL(l.ref()), 2147483647.0);
-    Arr<float> s({0.5f, 0.25f, 1e-3f}, 3);
+    TypedArray<float> s({0.5f, 0.25f, 1e-3f}, 3);
     EXPECT_DOUBLE_EQ(cSumS(s.ref()), 0.5 + 0.25 + static_cast<double>(1e-3f)); // Single widened exactly
     EXPECT_NEAR(cDeviationI(i.ref()), std::sqrt((std::pow(-32768 - 4 / 3.0, 2) + std::pow(32767 - 4 / 3.0, 2) +
                                                  std::pow(5 - 4 / 3.0, 2))) / 3, 1e-9);
@@ -86,11 +63,11 @@ TEST(Statistics, EmptyArraysAndMissingDescriptors) {
 TEST(Statistics, TypeCodeAndElementSizeDisagree) {
     // A Byte array read as Doubles: each element is read into a buffer that
     // holds the array's own element; the result is wrong but bounded.
-    Arr<uint8_t> b({1, 2, 3});
+    TypedArray<uint8_t> b({1, 2, 3});
     EXPECT_DOUBLE_EQ(cSumL(b.ref()), 6.0); // leading byte, rest zero
     EXPECT_DOUBLE_EQ(cSumD(b.ref()), 6 * 4.9406564584124654e-324); // the smallest denormal, times 6
     // A Double array read as Integers takes each element's leading bytes.
-    Arr<double> d({1.0, 2.0});
+    TypedArray<double> d({1.0, 2.0});
     EXPECT_DOUBLE_EQ(cSumI(d.ref()), 0.0); // the low 16 bits of 1.0 and 2.0 are zero
     // Writes through a narrower code zero the rest of each element.
     EXPECT_EQ(cSetI(d.ref(), 7), -1);
@@ -114,18 +91,18 @@ TEST(Statistics, TwoDimensionalArraysAreReadAlongTheFirstRecord) {
 }
 
 TEST(Extremes, MaxAndMinStartFromSubscriptOne) {
-    Arr<int16_t> i({3, -9, 12, 0}, 0);
+    TypedArray<int16_t> i({3, -9, 12, 0}, 0);
     EXPECT_EQ(cMaxI(i.ref()), 12);
     EXPECT_EQ(cMinI(i.ref()), -9);
-    Arr<int32_t> l({-5, -3, -8}, 1);
+    TypedArray<int32_t> l({-5, -3, -8}, 1);
     EXPECT_EQ(cMaxL(l.ref()), -3);
     EXPECT_EQ(cMinL(l.ref()), -8);
-    Arr<float> s({-1.5f, 2.25f}, 5); // subscript 1 outside: the lower bound stands in
+    TypedArray<float> s({-1.5f, 2.25f}, 5); // subscript 1 outside: the lower bound stands in
     EXPECT_EQ(cMaxS(s.ref()), 2.25f);
     EXPECT_EQ(cMinS(s.ref()), -1.5f);
-    Arr<double> d({7, 7, 7}, -1);
+    TypedArray<double> d({7, 7, 7}, -1);
     EXPECT_EQ(cMaxD(d.ref()), 7);
-    Arr<double> n({-1e300, -2e300}, 1);
+    TypedArray<double> n({-1e300, -2e300}, 1);
     EXPECT_EQ(cMaxD(n.ref()), -1e300);
     EXPECT_EQ(cMinD(n.ref()), -2e300);
     Empty<int32_t> e;
@@ -133,34 +110,34 @@ TEST(Extremes, MaxAndMinStartFromSubscriptOne) {
 }
 
 TEST(Extremes, NotXFormsStartFromFixedConstants) {
-    Arr<float> s({-5, -3, 7});
+    TypedArray<float> s({-5, -3, 7});
     const float max_s = cMaxNotXS(s.ref(), 7);
     uint32_t bits;
     std::memcpy(&bits, &max_s, 4);
     EXPECT_EQ(bits, 0x80800000u); // -1.1754944E-38, not -3
-    Arr<int32_t> l({4, 4});
+    TypedArray<int32_t> l({4, 4});
     EXPECT_EQ(cMinNotXL(l.ref(), 4), 2147483647);
     EXPECT_EQ(cMaxNotXL(l.ref(), 4), std::numeric_limits<int32_t>::min());
-    Arr<double> d({-2, -1, 3});
+    TypedArray<double> d({-2, -1, 3});
     EXPECT_EQ(cMaxNotXD(d.ref(), 3), -2.2250738585072014E-308);
     EXPECT_EQ(cMaxNotXD(d.ref(), -2), 3);
     EXPECT_EQ(cMinNotXD(d.ref(), -2), -1);
     Empty<double> e;
     EXPECT_EQ(cMinNotXD(e.ref(), 0), 1.7976931348623157E+308);
     EXPECT_EQ(cMinNotXS(e.ref(), 0), 3.4028235E+38f);
-    Arr<int16_t> i({9, -4, 9, 2});
+    TypedArray<int16_t> i({9, -4, 9, 2});
     EXPECT_EQ(cMaxNotXI(i.ref(), 9), 2);
     EXPECT_EQ(cMinNotXI(i.ref(), -4), 2);
     EXPECT_EQ(cMaxNotXI(i.ref(), 1), 9);
-    Arr<int16_t> all({5, 5});
+    TypedArray<int16_t> all({5, 5});
     EXPECT_EQ(cMaxNotXI(all.ref(), 5), -32768);
     EXPECT_EQ(cMinNotXI(all.ref(), 5), 32767);
-    Arr<float> f({1.5f, -2.5f, 1.5f});
+    TypedArray<float> f({1.5f, -2.5f, 1.5f});
     EXPECT_EQ(cMinNotXS(f.ref(), -2.5f), 1.5f);
 }
 
 TEST(Fills, SetAddAndFillInEveryType) {
-    Arr<int16_t> i({1, 2, 32767}, 4);
+    TypedArray<int16_t> i({1, 2, 32767}, 4);
     EXPECT_EQ(cAddI(i.ref(), 1), -1);
     EXPECT_EQ(i.values(), (std::vector<int16_t>{2, 3, -32768})); // 16-bit wrap-around
     EXPECT_EQ(cSetI(i.ref(), -6), -1);
@@ -170,7 +147,7 @@ TEST(Fills, SetAddAndFillInEveryType) {
     EXPECT_EQ(cFillIncrI(i.ref(), 10, -7), -1);
     EXPECT_EQ(i.values(), (std::vector<int16_t>{10, 3, -4}));
 
-    Arr<float> s({0, 0, 0, 0}, -2);
+    TypedArray<float> s({0, 0, 0, 0}, -2);
     EXPECT_EQ(cFillS(s.ref(), 0.5f), -1);
     EXPECT_EQ(s.values(), (std::vector<float>{0.5f, 1.5f, 2.5f, 3.5f}));
     EXPECT_EQ(cAddS(s.ref(), -0.5f), -1);
@@ -178,7 +155,7 @@ TEST(Fills, SetAddAndFillInEveryType) {
     EXPECT_EQ(cFillIncrS(s.ref(), 1, 0.25f), -1);
     EXPECT_EQ(s.values(), (std::vector<float>{1, 1.25f, 1.5f, 1.75f}));
 
-    Arr<double> d({0, 0, 0}, 1);
+    TypedArray<double> d({0, 0, 0}, 1);
     EXPECT_EQ(cSetD(d.ref(), 2.5), -1);
     EXPECT_EQ(d.values(), (std::vector<double>{2.5, 2.5, 2.5}));
     EXPECT_EQ(cAddD(d.ref(), 0.25), -1);
@@ -195,20 +172,20 @@ TEST(Fills, SetAddAndFillInEveryType) {
 }
 
 TEST(Searches, CountAndFirstSubscript) {
-    Arr<int16_t> i({4, 1, 4, 4}, 3);
+    TypedArray<int16_t> i({4, 1, 4, 4}, 3);
     EXPECT_EQ(cCountI(i.ref(), 4), 3);
     EXPECT_EQ(cSearchI(i.ref(), 4), 3);
     EXPECT_EQ(cSearchI(i.ref(), 1), 4);
     EXPECT_EQ(cSearchI(i.ref(), 2), -1);
-    Arr<int32_t> l({-1, 7, 7}, -5);
+    TypedArray<int32_t> l({-1, 7, 7}, -5);
     EXPECT_EQ(cSearchL(l.ref(), 7), -4);
     EXPECT_EQ(cSearchL(l.ref(), -1), -5);
     EXPECT_EQ(cCountL(l.ref(), 7), 2);
-    Arr<float> s({0.1f, 0.2f, 0.1f});
+    TypedArray<float> s({0.1f, 0.2f, 0.1f});
     EXPECT_EQ(cCountS(s.ref(), 0.1f), 2);
     EXPECT_EQ(cSearchS(s.ref(), 0.2f), 1);
     const double nan = std::numeric_limits<double>::quiet_NaN();
-    Arr<double> d({nan, 1.0, nan});
+    TypedArray<double> d({nan, 1.0, nan});
     EXPECT_EQ(cCountD(d.ref(), nan), 0);
     EXPECT_EQ(cSearchD(d.ref(), nan), -1);
     EXPECT_EQ(cSearchD(d.ref(), 1.0), 1);
@@ -261,7 +238,7 @@ TEST(Searches, StringArraysGiveTheLastMatch) {
     EXPECT_EQ(search(b, "a", 0), -1);
     EXPECT_EQ(search(b, "b", 0), -2);
     // Not a string array: never taken for one.
-    Arr<int32_t> numbers({0, 0});
+    TypedArray<int32_t> numbers({0, 0});
     Bstr k("");
     EXPECT_EQ(cSearchStr(numbers.ref(), k.ref(), 0), -1);
 }
@@ -289,25 +266,25 @@ TEST(Searches, LookUpPairsColumnOneWithColumnTwo) {
 }
 
 TEST(Shifts, ElementsMoveByOnePlace) {
-    Arr<uint8_t> b({1, 2, 3});
+    TypedArray<uint8_t> b({1, 2, 3});
     EXPECT_EQ(cShiftLeftB(b.ref(), 9), -1);
     EXPECT_EQ(b.values(), (std::vector<uint8_t>{2, 3, 9}));
     EXPECT_EQ(cShiftRightB(b.ref(), 7), -1);
     EXPECT_EQ(b.values(), (std::vector<uint8_t>{7, 2, 3}));
-    Arr<int16_t> i({1, 2}, 5);
+    TypedArray<int16_t> i({1, 2}, 5);
     cShiftLeftI(i.ref(), -1);
     EXPECT_EQ(i.values(), (std::vector<int16_t>{2, -1}));
-    Arr<int32_t> l({1, 2, 3, 4});
+    TypedArray<int32_t> l({1, 2, 3, 4});
     cShiftRightL(l.ref(), 0);
     EXPECT_EQ(l.values(), (std::vector<int32_t>{0, 1, 2, 3}));
     cShiftLeftL(l.ref(), 5);
     EXPECT_EQ(l.values(), (std::vector<int32_t>{1, 2, 3, 5}));
-    Arr<float> s({1.5f});
+    TypedArray<float> s({1.5f});
     cShiftLeftS(s.ref(), 2.5f);
     EXPECT_EQ(s.values(), (std::vector<float>{2.5f}));
     cShiftRightS(s.ref(), 3.5f);
     EXPECT_EQ(s.values(), (std::vector<float>{3.5f}));
-    Arr<double> d({1, 2, 3});
+    TypedArray<double> d({1, 2, 3});
     cShiftRightD(d.ref(), 0.5);
     cShiftLeftD(d.ref(), 9);
     EXPECT_EQ(d.values(), (std::vector<double>{1, 2, 9}));
@@ -325,11 +302,11 @@ TEST(Shifts, ElementsMoveByOnePlace) {
 
 TEST(Shifts, WiderCodeThanTheElementsStaysInsideTheBlock) {
     // Three bytes shifted as Doubles: not even one Double fits, nothing moves.
-    Arr<uint8_t> b({1, 2, 3});
+    TypedArray<uint8_t> b({1, 2, 3});
     EXPECT_EQ(cShiftLeftD(b.ref(), 1.0), -1);
     EXPECT_EQ(b.values(), (std::vector<uint8_t>{1, 2, 3}));
     // Five Integers shifted as Longs: two whole Longs fit (8 of 10 bytes).
-    Arr<int16_t> i({1, 2, 3, 4, 5});
+    TypedArray<int16_t> i({1, 2, 3, 4, 5});
     EXPECT_EQ(cShiftRightL(i.ref(), 0), -1);
     EXPECT_EQ(i.values(), (std::vector<int16_t>{0, 0, 1, 2, 5}));
 }
@@ -338,15 +315,15 @@ TEST(Checksums, CrcOfTheDataBytesInMemoryOrder) {
     const auto zcrc = [](const void *p, size_t n) {
         return static_cast<int32_t>(crc32(0, static_cast<const Bytef *>(p), static_cast<uInt>(n)));
     };
-    Arr<uint8_t> b({'1', '2', '3', '4', '5', '6', '7', '8', '9'});
+    TypedArray<uint8_t> b({'1', '2', '3', '4', '5', '6', '7', '8', '9'});
     EXPECT_EQ(cCrc32B(b.ref()), static_cast<int32_t>(0xCBF43926u));
-    Arr<int16_t> i({1, -2, 300}, 7);
+    TypedArray<int16_t> i({1, -2, 300}, 7);
     EXPECT_EQ(cCrc32I(i.ref()), zcrc(i.data<int16_t>(), 6));
-    Arr<int32_t> l({123456789, -1});
+    TypedArray<int32_t> l({123456789, -1});
     EXPECT_EQ(cCrc32L(l.ref()), zcrc(l.data<int32_t>(), 8));
-    Arr<float> s({1.5f, -0.0f});
+    TypedArray<float> s({1.5f, -0.0f});
     EXPECT_EQ(cCrc32S(s.ref()), zcrc(s.data<float>(), 8));
-    Arr<double> d({3.25});
+    TypedArray<double> d({3.25});
     EXPECT_EQ(cCrc32D(d.ref()), zcrc(d.data<double>(), 8));
     // The size comes from the array, not from the export's name.
     EXPECT_EQ(cCrc32B(reinterpret_cast<SAFEARRAY **>(d.ref())), cCrc32D(d.ref()));
@@ -371,7 +348,7 @@ struct Prm {
 TEST(Parameters, ArrayPrmTruncatesTo16Bits) {
     Prm p;
     std::memset(&p, 0x55, sizeof p);
-    Arr<double> d({1, 2, 3}, -1);
+    TypedArray<double> d({1, 2, 3}, -1);
     EXPECT_EQ(cArrayPrm(d.ref(), reinterpret_cast<::ArrayParameters *>(&p)), -1);
     EXPECT_EQ(p.Reserved, 0);
     EXPECT_EQ(p.LowerBound, -1);

@@ -3,17 +3,18 @@
 #include "convert/btoa_coder.h"
 #include "convert/ebcdic.h"
 #include "convert/mbf.h"
+#include "support/temp_dir.h"
 
 #include <gtest/gtest.h>
 
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
-#include <iterator>
 #include <random>
 #include <string>
 
 using namespace brindle::convert;
+using brindle::test::read_whole_file;
 
 TEST(MbfEngine, RoundTripKeepsEveryPattern) {
     // Both directions are bijections of the 32-bit patterns.
@@ -30,11 +31,6 @@ TEST(MbfEngine, RoundTripKeepsEveryPattern) {
 
 namespace {
 
-std::string read_all(const std::string &path) {
-    std::ifstream in(path, std::ios::binary);
-    return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
-}
-
 std::string table_bytes() {
     std::string t;
     for (int i = 0; i < 256; ++i)
@@ -46,7 +42,7 @@ std::string table_bytes() {
 
 TEST(EbcdicEngine, TableIsTheOneOfDd) {
     // Committed output of dd (tests/data/ebcdic_dd.md tells how it was made).
-    const std::string committed = read_all(BRINDLE_TEST_DATA "/ebcdic_dd.bin");
+    const std::string committed = read_whole_file(BRINDLE_TEST_DATA "/ebcdic_dd.bin");
     ASSERT_EQ(committed.size(), 256u);
     EXPECT_EQ(table_bytes(), committed);
 
@@ -61,7 +57,7 @@ TEST(EbcdicEngine, TableIsTheOneOfDd) {
     const std::string command = "dd if=" + in + " of=" + out + " conv=ebcdic status=none 2>/dev/null";
     if (std::system(command.c_str()) != 0)
         GTEST_SKIP() << "dd is not available; checked against the committed table only";
-    EXPECT_EQ(table_bytes(), read_all(out));
+    EXPECT_EQ(table_bytes(), read_whole_file(out));
     std::remove(in.c_str());
     std::remove(out.c_str());
 }
@@ -153,7 +149,7 @@ TEST(BtoaEngine, EncodingCharactersMatchPythonsAscii85) {
                                 dir + "brindle_a85.bin " + dir + "brindle_a85.txt 2>/dev/null";
     if (std::system(command.c_str()) != 0)
         GTEST_SKIP() << "python3 is not available";
-    const std::string expected = read_all(dir + "brindle_a85.txt");
+    const std::string expected = read_whole_file(dir + "brindle_a85.txt");
 
     const std::string text = encode(data);
     std::string chars;

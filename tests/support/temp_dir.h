@@ -13,6 +13,12 @@
 
 namespace brindle::test {
 
+// Reads a whole file (binary); empty when missing.
+inline std::string read_whole_file(const std::string &name) {
+    std::ifstream in(name, std::ios::binary);
+    return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
+}
+
 class TempDirTest : public ::testing::Test {
   protected:
     void SetUp() override {
@@ -39,11 +45,7 @@ class TempDirTest : public ::testing::Test {
         out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
         ASSERT_TRUE(out.good()) << name;
     }
-    // Reads a whole file (binary); empty when missing.
-    static std::string read_file(const std::string &name) {
-        std::ifstream in(name, std::ios::binary);
-        return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
-    }
+    static std::string read_file(const std::string &name) { return read_whole_file(name); }
 
     std::filesystem::path old_, dir_;
 };

@@ -24,6 +24,8 @@ namespace posix {
 namespace {
 constexpr const char *kDosAttribName = "user.DOSATTRIB";
 constexpr uint32_t kStoredBits = kAttrHidden | kAttrSystem | kAttrArchive | kAttrTemporary;
+// Read-only is a file nobody may write.
+constexpr mode_t kAnyWrite = S_IWUSR | S_IWGRP | S_IWOTH;
 } // namespace
 
 int errno_to_runtime(int e) {
@@ -77,7 +79,7 @@ uint32_t dos_attributes(const struct stat &st, bool is_link, std::string_view na
     const bool dir = S_ISDIR(st.st_mode);
     if (dir)
         a |= kAttrDirectory;
-    if ((st.st_mode & (S_IWUSR | S_IWGRP | S_IWOTH)) == 0)
+    if ((st.st_mode & kAnyWrite) == 0)
         a |= kAttrReadOnly;
     uint32_t stored = 0;
     if (native_for_xattr != nullptr && read_stored_bits(native_for_xattr, &stored))
@@ -123,7 +125,19 @@ int stat_native(const std::string &native, struct stat *st, bool *is_link) {
     return kNoError;
 }
 
-int64_t to_nsec_field(int64_t file_time, struct timespec *ts) {
+// A path's native name and its stat() as stat_native reads it.
+struct PathStat {
+    std::string native;
+    struct stat st;
+    bool link = false;
+};
+
+int stat_path(std::string_view path, PathStat *out) {
+    out->native = native_path(path);
+    return stat_native(out->native, &out->st, &out->link);
+}
+
+void to_nsec_field(int64_t file_time, struct timespec *ts) {
     const int64_t since = file_time - kUnixEpochAsFileTime;
     int64_t sec = since / 10000000LL, rest = since % 10000000LL;
     if (rest < 0) {
@@ -132,62 +146,55 @@ int64_t to_nsec_field(int64_t file_time, struct timespec *ts) {
     }
     ts->tv_sec = static_cast<time_t>(sec);
     ts->tv_nsec = static_cast<long>(rest * 100);
-    return sec;
 }
 
 } // namespace
 
 int get_attributes(std::string_view path, uint32_t *attributes) {
-    const std::string native = native_path(path);
-    struct stat st;
-    bool link = false;
-    if (const int e = stat_native(native, &st, &link))
+    PathStat p;
+    if (const int e = stat_path(path, &p))
         return e;
-    *attributes = dos_attributes(st, link, last_component(native), native.c_str());
+    *attributes = dos_attributes(p.st, p.link, last_component(p.native), p.native.c_str());
     return kNoError;
 }
 
 int set_attributes(std::string_view path, uint32_t attributes) {
-    const std::string native = native_path(path);
-    struct stat st;
-    bool link = false;
-    if (const int e = stat_native(native, &st, &link))
+    PathStat p;
+    if (const int e = stat_path(path, &p))
         return e;
     if (attributes & kAttrCompressed)
         return kAccessDenied;
-    if (dotted_name(last_component(native)) && !(attributes & kAttrHidden))
+    if (dotted_name(last_component(p.native)) && !(attributes & kAttrHidden))
         return kAccessDenied; // the name itself says hidden
-    const bool dir = S_ISDIR(st.st_mode);
+    const bool dir = S_ISDIR(p.st.st_mode);
     const uint32_t wanted = attributes & kStoredBits;
     uint32_t stored = 0;
-    const bool has_stored = read_stored_bits(native.c_str(), &stored);
+    const bool has_stored = read_stored_bits(p.native.c_str(), &stored);
     const uint32_t plain = dir ? 0u : static_cast<uint32_t>(kAttrArchive);
     // What a file without the extended attribute reads as needs no store,
     // so plain read-only changes work on file systems without them.
     if (has_stored ? stored != wanted : wanted != plain) {
         char value[16];
         const int n = std::snprintf(value, sizeof value, "0x%x", static_cast<unsigned>(wanted));
-        if (::setxattr(native.c_str(), kDosAttribName, value, static_cast<size_t>(n), 0) != 0)
+        if (::setxattr(p.native.c_str(), kDosAttribName, value, static_cast<size_t>(n), 0) != 0)
             return kAccessDenied;
     }
-    const bool read_only = (st.st_mode & (S_IWUSR | S_IWGRP | S_IWOTH)) == 0;
+    const bool read_only = (p.st.st_mode & kAnyWrite) == 0;
     const bool want_read_only = (attributes & kAttrReadOnly) != 0;
     if (read_only != want_read_only) {
-        const mode_t mode = want_read_only ? (st.st_mode & ~static_cast<mode_t>(S_IWUSR | S_IWGRP | S_IWOTH))
-                                           : (st.st_mode | S_IWUSR);
-        if (::chmod(native.c_str(), mode & 07777) != 0)
+        const mode_t mode = want_read_only ? (p.st.st_mode & ~kAnyWrite)
+                                           : (p.st.st_mode | S_IWUSR);
+        if (::chmod(p.native.c_str(), mode & 07777) != 0)
             return errno_to_runtime(errno);
     }
     return kNoError;
 }
 
 int get_file_times(std::string_view path, FileTimes *times) {
-    const std::string native = native_path(path);
-    struct stat st;
-    bool link = false;
-    if (const int e = stat_native(native, &st, &link))
+    PathStat p;
+    if (const int e = stat_path(path, &p))
         return e;
-    *times = times_of(st);
+    *times = times_of(p.st);
     return kNoError;
 }
 
@@ -209,14 +216,12 @@ int set_file_times(std::string_view path, const int64_t *created, const int64_t 
 }
 
 int file_status(std::string_view path, FileStatus *status) {
-    const std::string native = native_path(path);
-    struct stat st;
-    bool link = false;
-    if (const int e = stat_native(native, &st, &link))
+    PathStat p;
+    if (const int e = stat_path(path, &p))
         return e;
-    status->is_directory = S_ISDIR(st.st_mode);
-    status->size = status->is_directory ? 0 : st.st_size;
-    status->times = times_of(st);
+    status->is_directory = S_ISDIR(p.st.st_mode);
+    status->size = status->is_directory ? 0 : p.st.st_size;
+    status->times = times_of(p.st);
     status->drive = 2;
     return kNoError;
 }

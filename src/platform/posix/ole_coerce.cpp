@@ -479,6 +479,12 @@ bool integer_type(VARTYPE vt, int *bits, bool *is_signed) {
     }
 }
 
+// Whether v holds one of the integer types, and whether that type is signed.
+bool holds_integer(const VARIANT &v, bool *is_signed) {
+    int bits;
+    return integer_type(V_VT(&v), &bits, is_signed);
+}
+
 // The raw bits of an integer value, sign-extended for the signed types.
 uint64_t integer_bits(const VARIANT &v) {
     switch (V_VT(&v)) {
@@ -910,9 +916,8 @@ HRESULT parse_date(Text t, double *out) {
 // The other targets
 
 HRESULT to_double(const VARIANT &v, double *out) {
-    int bits;
     bool is_signed;
-    if (integer_type(V_VT(&v), &bits, &is_signed)) {
+    if (holds_integer(v, &is_signed)) {
         *out = integer_real(v, is_signed);
         return S_OK;
     }
@@ -943,9 +948,8 @@ HRESULT to_double(const VARIANT &v, double *out) {
 }
 
 HRESULT to_float(const VARIANT &v, float *out) {
-    int bits;
     bool is_signed;
-    if (integer_type(V_VT(&v), &bits, &is_signed)) { // one rounding, straight from the integer
+    if (holds_integer(v, &is_signed)) { // one rounding, straight from the integer
         const uint64_t raw = integer_bits(v);
         *out = is_signed ? static_cast<float>(static_cast<int64_t>(raw)) : static_cast<float>(raw);
         return S_OK;
@@ -961,9 +965,8 @@ HRESULT to_float(const VARIANT &v, float *out) {
 }
 
 HRESULT to_date(const VARIANT &v, double *out) {
-    int bits;
     bool is_signed;
-    if (integer_type(V_VT(&v), &bits, &is_signed)) {
+    if (holds_integer(v, &is_signed)) {
         const Magnitude m = integer_magnitude(v, is_signed);
         if (m.value > (m.negative ? static_cast<uint64_t>(-kDateMin) : static_cast<uint64_t>(kDateMax)))
             return DISP_E_OVERFLOW;
@@ -993,9 +996,8 @@ HRESULT currency_from_real(double d, int64_t *out) {
 }
 
 HRESULT to_currency(const VARIANT &v, int64_t *out) {
-    int bits;
     bool is_signed;
-    if (integer_type(V_VT(&v), &bits, &is_signed)) {
+    if (holds_integer(v, &is_signed)) {
         const Magnitude m = integer_magnitude(v, is_signed);
         if (m.value >= kCyIntegerLimit)
             return DISP_E_OVERFLOW;
@@ -1003,64 +1005,32 @@ HRESULT to_currency(const VARIANT &v, int64_t *out) {
         *out = m.negative ? -scaled : scaled;
         return S_OK;
     }
-    switch (V_VT(&v)) {
-    case VT_EMPTY:
-        *out = 0;
-        return S_OK;
-    case VT_BOOL:
-        *out = V_BOOL(&v) * kCyScale;
-        return S_OK;
-    case VT_R4:
-        return currency_from_real(V_R4(&v), out);
-    case VT_R8:
-    case VT_DATE:
-        return currency_from_real(V_R8(&v), out);
-    case VT_BSTR: {
-        ParsedNumber p;
-        HRESULT hr = parse_number(text_of(V_BSTR(&v)), &p);
-        if (hr != S_OK)
-            return hr;
-        if (p.radix) {
-            double d;
-            hr = radix_real(p, &d);
-            return hr != S_OK ? hr : currency_from_real(d, out);
-        }
-        Magnitude m;
-        uint64_t raw;
-        hr = round_parsed(p, 4, &m);
-        if (hr == S_OK)
-            hr = fit_integer(m, 64, true, &raw);
-        if (hr == S_OK)
-            *out = static_cast<int64_t>(raw);
+    if (V_VT(&v) != VT_BSTR) { // empty, Boolean and real values: exact in a double
+        double d;
+        const HRESULT hr = to_double(v, &d);
+        return hr != S_OK ? hr : currency_from_real(d, out);
+    }
+    ParsedNumber p;
+    HRESULT hr = parse_number(text_of(V_BSTR(&v)), &p);
+    if (hr != S_OK)
         return hr;
+    if (p.radix) {
+        double d;
+        hr = radix_real(p, &d);
+        return hr != S_OK ? hr : currency_from_real(d, out);
     }
-    default:
-        return DISP_E_TYPEMISMATCH;
-    }
+    Magnitude m;
+    uint64_t raw;
+    hr = round_parsed(p, 4, &m);
+    if (hr == S_OK)
+        hr = fit_integer(m, 64, true, &raw);
+    if (hr == S_OK)
+        *out = static_cast<int64_t>(raw);
+    return hr;
 }
 
 HRESULT to_bool(const VARIANT &v, VARIANT_BOOL *out) {
-    int bits;
-    bool is_signed;
-    if (integer_type(V_VT(&v), &bits, &is_signed)) {
-        *out = integer_bits(v) ? VARIANT_TRUE : VARIANT_FALSE;
-        return S_OK;
-    }
-    double d = 0.0;
-    switch (V_VT(&v)) {
-    case VT_EMPTY:
-        break;
-    case VT_R4:
-        d = V_R4(&v);
-        break;
-    case VT_R8:
-    case VT_DATE:
-        d = V_R8(&v);
-        break;
-    case VT_CY:
-        d = V_CY(&v).int64 != 0 ? 1.0 : 0.0;
-        break;
-    case VT_BSTR: {
+    if (V_VT(&v) == VT_BSTR) {
         const Text t = text_of(V_BSTR(&v));
         if (equals_ascii(t, "true", true) || equals_ascii(t, "#TRUE#", false)) {
             *out = VARIANT_TRUE;
@@ -1070,17 +1040,13 @@ HRESULT to_bool(const VARIANT &v, VARIANT_BOOL *out) {
             *out = VARIANT_FALSE;
             return S_OK;
         }
-        ParsedNumber p;
-        HRESULT hr = parse_number(t, &p);
-        if (hr == S_OK)
-            hr = parsed_real(p, &d);
-        if (hr != S_OK)
-            return hr;
-        break;
     }
-    default:
-        return DISP_E_TYPEMISMATCH;
-    }
+    // Every other source is zero exactly when its double is: integers and
+    // currency convert to a nonzero double whenever they are nonzero.
+    double d;
+    const HRESULT hr = to_double(v, &d);
+    if (hr != S_OK)
+        return hr;
     *out = d != 0.0 ? VARIANT_TRUE : VARIANT_FALSE; // NaN is not zero, so True
     return S_OK;
 }
@@ -1111,9 +1077,8 @@ std::string format_currency(int64_t cy) {
 }
 
 HRESULT to_text(const VARIANT &v, USHORT flags, std::string *out) {
-    int bits;
     bool is_signed;
-    if (integer_type(V_VT(&v), &bits, &is_signed)) {
+    if (holds_integer(v, &is_signed)) {
         const uint64_t raw = integer_bits(v);
         *out = is_signed ? std::to_string(static_cast<int64_t>(raw)) : std::to_string(raw);
         return S_OK;
