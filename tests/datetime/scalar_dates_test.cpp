@@ -58,14 +58,9 @@ TEST(ScalarDates, InvalidDatesGiveMinusOneEverywhere) {
 }
 
 TEST(ScalarDates, LeapDaysAtTheSixtiethDay) {
-    const int32_t start2000 = cDateToScalar(2000, 1, 1);
-    Ymd d60 = to_date(start2000 + 59), d61 = to_date(start2000 + 60);
-    EXPECT_EQ(d60.m, 2);
-    EXPECT_EQ(d60.d, 29);
-    EXPECT_EQ(d61.m, 3);
-    EXPECT_EQ(d61.d, 1);
+    // 2000 (29 February, 1 March) is in the known day numbers; 1900 is not leap.
     const int32_t start1900 = cDateToScalar(1900, 1, 1);
-    d60 = to_date(start1900 + 59);
+    const Ymd d60 = to_date(start1900 + 59);
     EXPECT_EQ(d60.m, 3);
     EXPECT_EQ(d60.d, 1);
     EXPECT_EQ(cDayOfYear(2000, 12, 31), 366);
@@ -97,15 +92,13 @@ TEST(ScalarDates, ScalarTimes) {
 }
 
 TEST(ScalarDates, IntegerDatesKeepTheirOffset) {
-    EXPECT_EQ(cDateToInt(2086, 9, 19), 0);
-    EXPECT_EQ(cDateToInt(1997, 1, 1), -32768);
-    EXPECT_EQ(cDateToInt(2176, 6, 6), 32767);
     EXPECT_EQ(cDateToInt(2176, 6, 7), -32768) << "one day later wraps around";
     EXPECT_EQ(cDateToInt(2000, 1, 1), static_cast<int16_t>(730120 - 761793));
     struct Row {
         int16_t value, y, m, d;
     } rows[] = {{0, 2086, 9, 19}, {-32768, 1997, 1, 1}, {32767, 2176, 6, 6}, {-1, 2086, 9, 18}};
     for (const Row &r : rows) {
+        EXPECT_EQ(cDateToInt(r.y, r.m, r.d), r.value);
         Ymd out{};
         EXPECT_EQ(cIntToDate(r.value, &out.y, &out.m, &out.d), r.d);
         EXPECT_EQ(out.y, r.y) << r.value;
