@@ -114,19 +114,17 @@ TEST(TimeArithmetic, DifferencesWrapsAndWindows) {
     for (const auto &w : wraps)
         EXPECT_EQ(cAddTime(w[0]), w[1]) << w[0];
 
-    // 23:00 to 01:00 crosses midnight.
-    EXPECT_EQ(cCheckTime(1400, 1380, 60), -1);
-    EXPECT_EQ(cCheckTime(30, 1380, 60), -1);
-    EXPECT_EQ(cCheckTime(60, 1380, 60), -1);
-    EXPECT_EQ(cCheckTime(1380, 1380, 60), -1);
-    EXPECT_EQ(cCheckTime(600, 1380, 60), 0);
-    EXPECT_EQ(cCheckTime(1440, 1380, 60), 0) << "t itself is not wrapped";
-    EXPECT_EQ(cCheckTime(600, 600, 600), -1);
-    EXPECT_EQ(cCheckTime(601, 600, 600), 0);
-    EXPECT_EQ(cCheckTime(700, 600, 800), -1);
-    EXPECT_EQ(cCheckTime(599, 600, 800), 0);
-    EXPECT_EQ(cCheckTime(801, 600, 800), 0);
-    EXPECT_EQ(cCheckTime(700, 600 + 1440, 800 - 1440), -1) << "start and end are wrapped once first";
+    const struct {
+        int16_t t, start, end, expected;
+        const char *why;
+    } windows[] = {
+        {1400, 1380, 60, -1, "23:00 to 01:00 crosses midnight"}, {30, 1380, 60, -1, ""}, {60, 1380, 60, -1, ""},
+        {1380, 1380, 60, -1, ""}, {600, 1380, 60, 0, ""}, {1440, 1380, 60, 0, "t itself is not wrapped"},
+        {600, 600, 600, -1, ""}, {601, 600, 600, 0, ""}, {700, 600, 800, -1, ""}, {599, 600, 800, 0, ""},
+        {801, 600, 800, 0, ""}, {700, 600 + 1440, 800 - 1440, -1, "start and end are wrapped once first"},
+    };
+    for (const auto &w : windows)
+        EXPECT_EQ(cCheckTime(w.t, w.start, w.end), w.expected) << w.t << " in " << w.start << ".." << w.end << " " << w.why;
 
     Variant a = Variant::of_long(5), lo = Variant::of_long(4), hi = Variant::of_long(6), five = Variant::of_long(5);
     Variant text = Variant::of_text("5"), half = Variant::of_double(4.4);
