@@ -53,10 +53,9 @@ TEST(DtDates, WorkingDaysSkipTheWeekend) {
         EXPECT_EQ(cDT_PrevWeekDay(r.date), r.want) << r.date;
 }
 
-TEST(DtDates, DayOfWeekModes) {
-    EXPECT_EQ(cDT_DayOfWeek(20000101, 0), 6); // Saturday from Sunday
-    EXPECT_EQ(cDT_DayOfWeek(20000101, 1), 5); // Saturday from Monday
-    EXPECT_EQ(cDT_DayOfWeek(20000102, 0), 0);
+// Modes 0 and 1 are checked for every day against the reference calendar;
+// here only the other mode values, which count from Monday too.
+TEST(DtDates, DayOfWeekOtherModes) {
     EXPECT_EQ(cDT_DayOfWeek(20000102, -1), 6); // Sunday is last from Monday
     EXPECT_EQ(cDT_DayOfWeek(20000103, 7), 0);
 }
@@ -66,11 +65,8 @@ TEST(DtDates, QuartersAndDayOfYear) {
                                 {20000701, 3}, {20000930, 3}, {20001001, 4}, {20001231, 4}};
     for (const DateRow &r : quarters)
         EXPECT_EQ(cDT_YearQuarter(r.date), r.want) << r.date;
-    // The two-digit leap test: 1900 and 2100 have a 29 February here.
-    const DateRow days[] = {{20000301, 61}, {20010301, 60}, {19000301, 61}, {21001231, 366}};
-    for (const DateRow &r : days)
-        EXPECT_EQ(cDT_JulianDate(r.date), r.want) << r.date;
-    // No table entry for these months: no day of the year, and no crash.
+    // Valid dates are walked day by day against the reference calendar. No
+    // table entry for these months: no day of the year, and no crash.
     EXPECT_EQ(cDT_JulianDate(20001301), 0);
     EXPECT_EQ(cDT_JulianDate(20000001), 0);
     EXPECT_EQ(cDT_JulianDate(-20000101), 0);
