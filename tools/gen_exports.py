@@ -49,6 +49,10 @@ RESULTS = {
     "Date": "DATE",
     "LongPtr": "intptr_t",
     "String": "BSTR",
+    # Returned through a hidden first argument pointing at the caller's
+    # VARIANT. A __stdcall callee removes it with the others, but the
+    # decorated name GCC gives it (@N) does not count it, nor does exports.txt.
+    "Variant": "VARIANT",
 }
 
 DECLARE = re.compile(

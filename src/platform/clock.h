@@ -26,7 +26,16 @@ struct LocalTime {
 LocalTime local_now() noexcept;
 
 // Sets the system's local date and time; false when the system refuses
-// (an unprivileged process), in which case nothing has changed.
+// (an unprivileged process), in which case nothing has changed. A value that
+// is not a real date and time (month 13, 30 February, hour 24, a year
+// outside 1601..30827) is refused too, never normalised into another date.
 bool set_local_time(const LocalTime &value) noexcept;
+
+// The C runtime's calendar time: seconds since 1 January 1970 UTC (time()).
+int64_t calendar_time() noexcept;
+
+// Calendar time `seconds` as local time (the C runtime's localtime, to the
+// second; millisecond 0); false when it cannot be represented.
+bool local_time_at(int64_t seconds, LocalTime &out) noexcept;
 
 } // namespace brindle::platform
