@@ -261,8 +261,17 @@ def check(exports_dir, modules, problems):
 
 
 def first_declare(text, lib):
-    m = re.search(r'^.*Lib "' + lib + r'".*\r$', text, re.M)
+    """The first one-line Declare from `lib` that takes arguments and returns a value."""
+    m = re.search(r'^.*Lib "' + lib + r'"[^(\r]*\([^)\r]+\) As \w+\r$', text, re.M)
     return m.group(0)
+
+
+def other_type(line):
+    """The line with its first argument's type replaced by another one."""
+    def swap(m):
+        return "As Integer" if m.group(1) != "Integer" else "As Long"
+    head, _, args = line.partition("(")
+    return head + "(" + re.sub(r"As (\w+)", swap, args, count=1)
 
 
 def damages(modules, decls):
@@ -281,7 +290,7 @@ def damages(modules, decls):
         ("the DLLs of the branches swapped", "BRINDLE64P.bas",
          vba7.replace("BRINDLE64P.dll", "@@").replace('Lib "BRINDLE32P.dll"', 'Lib "BRINDLE64P.dll"')
              .replace("@@", "BRINDLE32P.dll")),
-        ("an argument type changed", "BRINDLE32P.bas", vb6.replace(line6, re.sub(r"As (Long|String)\b", "As Integer", line6, 1), 1)),
+        ("an argument type changed", "BRINDLE32P.bas", vb6.replace(line6, other_type(line6), 1)),
         ("ByVal dropped or added", "BRINDLE32P.bas", vb6.replace(line6, line6.replace("(", "(ByVal ", 1) if "(ByVal " not in line6 else line6.replace("(ByVal ", "(", 1), 1)),
         ("the result type changed", "BRINDLE64P.bas", vba7.replace(line7, re.sub(r"\) As \w+", ") As Variant", line7) if ") As " in line7 else line7 + " As Long", 1)),
         ("a LongPtr in VB6", "BRINDLE32P.bas", vb6.replace(line6, line6.replace(" As Long", " As LongPtr", 1) if " As Long" in line6 else line6.replace("(", "(ByVal Extra As LongPtr, ", 1), 1)),

@@ -12,8 +12,7 @@ class CoercedCopy {
         VariantInit(&value_);
         if (source == nullptr)
             return;
-        // MinGW-w64 declares VariantCopy's source without const; it is not written.
-        if (VariantCopy(&value_, const_cast<VARIANT *>(source)) != S_OK)
+        if (VariantCopy(&value_, source) != S_OK)
             return;
         ok_ = VariantChangeType(&value_, &value_, 0, vt) == S_OK && V_VT(&value_) == vt;
     }

@@ -12,3 +12,16 @@
 
 #include <windows.h>
 #include <oleauto.h>
+
+#ifdef __cplusplus
+// MinGW-w64 declares the sources of VariantCopy and VariantChangeType
+// without the const of the Windows SDK (the calls never write them). These
+// overloads accept what the SDK accepts, so the same code compiles on POSIX,
+// with MinGW-w64 and with the Microsoft compiler.
+inline HRESULT VariantCopy(VARIANTARG *target, const VARIANTARG *source) {
+    return ::VariantCopy(target, const_cast<VARIANTARG *>(source));
+}
+inline HRESULT VariantChangeType(VARIANTARG *target, const VARIANTARG *source, USHORT flags, VARTYPE vt) {
+    return ::VariantChangeType(target, const_cast<VARIANTARG *>(source), flags, vt);
+}
+#endif
