@@ -42,6 +42,7 @@ typedef int32_t(CALL *InStrFn)(int32_t, BSTR, BSTR, int16_t);
 typedef BSTR(CALL *ExtractFn)(BSTR, BSTR, BSTR, int16_t);
 typedef int32_t(CALL *SetSepFn)(BSTR *);
 typedef BSTR(CALL *GetFn)(BSTR *, int32_t);
+typedef int16_t(CALL *ChangeFn)(BSTR *, BSTR *, BSTR *); /* cChangeChars(Txt, From, To): in place */
 
 static void *library;
 
@@ -143,6 +144,22 @@ int main(int argc, char **argv) {
     printf("cGetInPart(\"no-separator\", \"=\", 0) returned %s handle\n", r == plain ? "the caller's own" : "a new");
     if (r != plain)
         free_string(r);
+
+    /* In place: cChangeChars edits the bytes of the caller's own string. */
+    ChangeFn change_chars;
+    *(void **)&change_chars = need("cChangeChars");
+    if (!change_chars)
+        return 1;
+    BSTR edited = make("2026-11-21 05:54");
+    BSTR from = make("- :"), to = make("/.h");
+    BSTR before = edited;
+    show("cChangeChars(\"- :\" -> \"/.h\") before ", edited);
+    printf("cChangeChars returned %d\n", change_chars(&edited, &from, &to));
+    show("                                after  ", edited);
+    printf("the same handle afterwards: %s\n", edited == before ? "yes" : "no");
+    free_string(edited);
+    free_string(from);
+    free_string(to);
 
     BSTR all[] = {text, csv, comma, tag_text, open, close, find, semicolon, fields, one, plain, eq};
     for (size_t i = 0; i < sizeof all / sizeof all[0]; ++i)

@@ -18,6 +18,11 @@ namespace brindle::compress {
 // inversion on either side).
 uint32_t crc32_update(uint32_t reg, const void *data, size_t size) noexcept;
 
+// The same, always by the portable table-driven way (the fast path chooses
+// carry-less multiplication at run time where the processor has it); for
+// checking one way against the other.
+uint32_t crc32_update_portable(uint32_t reg, const void *data, size_t size) noexcept;
+
 // The standard CRC-32 of a whole buffer.
 inline uint32_t crc32_plain(const void *data, size_t size) noexcept {
     return ~crc32_update(0xFFFFFFFFu, data, size);

@@ -44,6 +44,22 @@ template <class T> T saturate(double value) {
     return static_cast<T>(value);
 }
 
+// A full index vector for SafeArrayGet/PutElement: those read one index per
+// dimension, so a single subscript handed to a 2-dimensional array would be
+// read past. The other dimensions stay at their lower bounds.
+class IndexVector {
+  public:
+    IndexVector(SAFEARRAY *array, unsigned dims, LONG first) : indices_(dims == 0 ? 1 : dims) {
+        for (unsigned d = 2; d <= dims; ++d)
+            SafeArrayGetLBound(array, d, &indices_[d - 1]);
+        indices_[0] = first;
+    }
+    LONG *data() { return indices_.data(); }
+
+  private:
+    std::vector<LONG> indices_;
+};
+
 } // namespace
 
 std::optional<size_t> element_width(int16_t code) noexcept {
@@ -69,6 +85,7 @@ ArrayElements::ArrayElements(SAFEARRAY **ref) noexcept : array_(ref == nullptr ?
     LONG lower = 0, upper = -1;
     SafeArrayGetLBound(array_, 1, &lower);
     SafeArrayGetUBound(array_, 1, &upper);
+    dims_ = SafeArrayGetDim(array_);
     lower_ = lower;
     upper_ = upper;
     count_ = bound_count(lower, upper);
@@ -80,8 +97,8 @@ void ArrayElements::read(int32_t index, void *out, size_t out_size) const noexce
         return;
     try {
         ElementBuffer buffer(element_size_ > out_size ? element_size_ : out_size);
-        LONG at = index;
-        if (SafeArrayGetElement(array_, &at, buffer.data()) == S_OK)
+        IndexVector at(array_, dims_, index);
+        if (SafeArrayGetElement(array_, at.data(), buffer.data()) == S_OK)
             std::memcpy(out, buffer.data(), out_size);
     } catch (...) {
         // No memory for a wide element: the value stays T{}.
@@ -94,8 +111,8 @@ bool ArrayElements::write(int32_t index, const void *in, size_t in_size) noexcep
     try {
         ElementBuffer buffer(element_size_ > in_size ? element_size_ : in_size);
         std::memcpy(buffer.data(), in, in_size);
-        LONG at = index;
-        return SafeArrayPutElement(array_, &at, buffer.data()) == S_OK;
+        IndexVector at(array_, dims_, index);
+        return SafeArrayPutElement(array_, at.data(), buffer.data()) == S_OK;
     } catch (...) {
         return false;
     }
@@ -153,6 +170,7 @@ ArrayBlock::ArrayBlock(SAFEARRAY **ref) noexcept {
         count2_ = bound_count(lower, upper);
     }
     element_size_ = SafeArrayGetElemsize(array);
+    references_ = (array->fFeatures & (FADF_BSTR | FADF_VARIANT | FADF_UNKNOWN | FADF_DISPATCH | FADF_RECORD)) != 0;
     void *data = nullptr;
     if (SafeArrayAccessData(array, &data) != S_OK)
         return;
@@ -165,6 +183,36 @@ ArrayBlock::ArrayBlock(SAFEARRAY **ref) noexcept {
 ArrayBlock::~ArrayBlock() {
     if (array_ != nullptr)
         SafeArrayUnaccessData(array_);
+}
+
+bool is_string_array(SAFEARRAY **ref) noexcept {
+    SAFEARRAY *array = ref == nullptr ? nullptr : *ref;
+    return array != nullptr && (array->fFeatures & FADF_BSTR) && SafeArrayGetElemsize(array) == sizeof(BSTR);
+}
+
+std::optional<std::string> string_element(SAFEARRAY **ref, std::initializer_list<int32_t> indices) {
+    if (!is_string_array(ref) || SafeArrayGetDim(*ref) != indices.size())
+        return std::nullopt;
+    SAFEARRAY *array = *ref;
+    std::vector<LONG> at(indices.begin(), indices.end());
+    BSTR copy = nullptr;
+    if (SafeArrayGetElement(array, at.data(), &copy) != S_OK || copy == nullptr)
+        return std::nullopt;
+    struct Free {
+        BSTR text;
+        ~Free() { SysFreeString(text); }
+    } owned{copy};
+    return std::string(reinterpret_cast<const char *>(copy), SysStringByteLen(copy));
+}
+
+bool redim_last(SAFEARRAY **ref, size_t count) noexcept {
+    SAFEARRAY *array = ref == nullptr ? nullptr : *ref;
+    const UINT dims = SafeArrayGetDim(array);
+    if (dims < 1 || count > 0x7FFFFFFFu)
+        return false;
+    SAFEARRAYBOUND bound{static_cast<ULONG>(count), 0};
+    SafeArrayGetLBound(array, dims, &bound.lLbound);
+    return SafeArrayRedim(array, &bound) == S_OK;
 }
 
 } // namespace brindle::frame

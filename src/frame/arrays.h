@@ -22,7 +22,9 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <initializer_list>
 #include <optional>
+#include <string>
 #include <type_traits>
 
 namespace brindle::frame {
@@ -72,6 +74,7 @@ class ArrayElements {
     bool write(int32_t index, const void *in, size_t in_size) noexcept;
 
     SAFEARRAY *array_;
+    unsigned dims_ = 0;
     int32_t lower_ = 0;
     int32_t upper_ = -1;
     size_t count_ = 0;
@@ -102,6 +105,12 @@ class ArrayBlock {
     void *data() const noexcept { return data_; }
     template <class T> T *as() const noexcept { return static_cast<T *>(data_); }
 
+    // The elements own something (strings, variants, interfaces, records
+    // that may hold them): moving their bytes piecemeal would leave the
+    // array's owner freeing what it no longer owns, so byte-level routines
+    // that split or duplicate elements leave such arrays alone.
+    bool holds_references() const noexcept { return references_; }
+
   private:
     SAFEARRAY *array_ = nullptr;
     void *data_ = nullptr;
@@ -111,6 +120,20 @@ class ArrayBlock {
     size_t count2_ = 0;
     int32_t lower1_ = 0;
     int32_t lower2_ = 0;
+    bool references_ = false;
 };
+
+// One element of a string array (VB hands a Declare its String arrays as
+// arrays of byte strings), by a full index vector listing dimension 1 first.
+// Nothing for a null element, an index outside the bounds, a vector whose
+// length is not the array's dimension count, or an array that does not hold
+// strings (whose elements must never be taken for string handles).
+bool is_string_array(SAFEARRAY **ref) noexcept;
+std::optional<std::string> string_element(SAFEARRAY **ref, std::initializer_list<int32_t> indices);
+
+// Resizes the last dimension of the caller's array to `count` elements,
+// keeping its lower bound (VB's ReDim Preserve). Call it only while no
+// ArrayBlock holds the array locked. False when the system refuses.
+bool redim_last(SAFEARRAY **ref, size_t count) noexcept;
 
 } // namespace brindle::frame

@@ -14,7 +14,8 @@ class CoercedCopy {
             return;
         if (VariantCopy(&value_, source) != S_OK)
             return;
-        ok_ = VariantChangeType(&value_, &value_, 0, vt) == S_OK && V_VT(&value_) == vt;
+        // Already of the wanted type: nothing to coerce.
+        ok_ = V_VT(&value_) == vt || (VariantChangeType(&value_, &value_, 0, vt) == S_OK && V_VT(&value_) == vt);
     }
     ~CoercedCopy() { VariantClear(&value_); }
     CoercedCopy(const CoercedCopy &) = delete;
@@ -46,6 +47,47 @@ std::string variant_to_bytes(const VARIANT *value) {
         return {};
     BSTR text = V_BSTR(&copy.value());
     return platform::wide_to_ansi(text, SysStringLen(text));
+}
+
+std::optional<double> variant_number(const VARIANT *value, VARTYPE vt) noexcept {
+    CoercedCopy copy(value, vt);
+    if (!copy.ok())
+        return std::nullopt;
+    const VARIANT &v = copy.value();
+    switch (vt) {
+    case VT_BOOL:
+        return V_BOOL(&v);
+    case VT_I1:
+        return V_I1(&v);
+    case VT_I2:
+        return V_I2(&v);
+    case VT_I4:
+        return V_I4(&v);
+    case VT_R4:
+        return V_R4(&v);
+    case VT_R8:
+        return V_R8(&v);
+    case VT_DATE:
+        return V_DATE(&v);
+    case VT_CY: {
+        double d = 0.0;
+        if (VarR8FromCy(V_CY(&v), &d) != S_OK)
+            return std::nullopt;
+        return d;
+    }
+    default:
+        return std::nullopt;
+    }
+}
+
+std::optional<std::basic_string<OLECHAR>> variant_wide(const VARIANT *value) {
+    CoercedCopy copy(value, VT_BSTR);
+    if (!copy.ok())
+        return std::nullopt;
+    BSTR text = V_BSTR(&copy.value());
+    if (text == nullptr)
+        return std::basic_string<OLECHAR>();
+    return std::basic_string<OLECHAR>(text, SysStringLen(text));
 }
 
 } // namespace brindle::frame

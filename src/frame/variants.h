@@ -7,6 +7,7 @@
 #include "platform/ole.h"
 
 #include <cstdint>
+#include <optional>
 #include <string>
 
 namespace brindle::frame {
@@ -15,5 +16,14 @@ int32_t variant_to_long(const VARIANT *value) noexcept;
 double variant_to_double(const VARIANT *value) noexcept;
 // The value as text in the caller's ANSI bytes.
 std::string variant_to_bytes(const VARIANT *value);
+
+// The value coerced to the numeric variant type `vt` (VT_BOOL, VT_I1, VT_I2,
+// VT_I4, VT_R4, VT_R8, VT_CY through VarR8FromCy, VT_DATE) and read as a
+// double; nothing when the coercion fails or `vt` is not one of those.
+std::optional<double> variant_number(const VARIANT *value, VARTYPE vt) noexcept;
+
+// The value coerced to a string, as the wide text it holds; nothing when the
+// coercion fails.
+std::optional<std::basic_string<OLECHAR>> variant_wide(const VARIANT *value);
 
 } // namespace brindle::frame

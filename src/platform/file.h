@@ -89,5 +89,8 @@ int64_t file_size(std::string_view path);         // -1 when missing or a direct
 bool delete_file(std::string_view path);          // true when it existed and is gone
 bool delete_if_exists(std::string_view path);     // true when the path is free afterwards
 bool rename_file(std::string_view from, std::string_view to, int *error = nullptr);
+// True when both paths name one existing file (however they are spelled), so
+// that a producer never truncates its own source.
+bool same_file(std::string_view a, std::string_view b);
 
 } // namespace brindle::platform

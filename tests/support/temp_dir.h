@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -17,8 +18,11 @@ class TempDirTest : public ::testing::Test {
     void SetUp() override {
         old_ = std::filesystem::current_path();
         const auto *info = ::testing::UnitTest::GetInstance()->current_test_info();
+        // The clock reading keeps two runs of the suite at once (two build
+        // trees, say) out of each other's directories.
         dir_ = std::filesystem::temp_directory_path() /
-               (std::string("brindle-") + info->test_suite_name() + "-" + info->name());
+               (std::string("brindle-") + info->test_suite_name() + "-" + info->name() + "-" +
+                std::to_string(std::chrono::steady_clock::now().time_since_epoch().count()));
         std::filesystem::remove_all(dir_);
         std::filesystem::create_directories(dir_);
         std::filesystem::current_path(dir_);

@@ -1,0 +1,19 @@
+' Character classes: class predicates, palindrome and ISBN-10 tests, digit utilities.
+Declare Function cIsDigit (Txt As String) As Integer
+Declare Function cIsAlpha (Txt As String) As Integer
+Declare Function cIsLower (Txt As String) As Integer
+Declare Function cIsUpper (Txt As String) As Integer
+Declare Function cIsXdigit (Txt As String) As Integer
+Declare Function cIsAlnum (Txt As String) As Integer
+Declare Function cIsCsym (Txt As String) As Integer
+Declare Function cIsCsymf (Txt As String) As Integer
+Declare Function cIsPunct (Txt As String) As Integer
+Declare Function cIsSpace (Txt As String) As Integer
+Declare Function cIsAscii (Txt As String) As Integer
+Declare Function cIsISBN (Txt As String) As Integer
+Declare Function cIsPalindrome (Txt As String) As Integer
+Declare Function cCheckNumericity (Txt As String) As Integer
+Declare Function cAddDigit (Txt As String) As Integer
+Declare Function cNumDigit (Txt As String) As Integer
+Declare Function cCplDigit (Txt As String) As String
+Declare Function cCplAlpha (Txt As String) As String

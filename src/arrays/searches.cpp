@@ -1,0 +1,119 @@
+// Counting and searching: equal elements of a typed array (element by
+// element, any lower bound), keys in string arrays and two-column look-up
+// tables of strings.
+#include "frame/frame.h"
+
+#include <string_view>
+
+using namespace brindle::frame;
+
+namespace brindle::arrays {
+
+namespace {
+
+// Elements of dimension 1 equal to value (numbers compare as numbers: a
+// NaN equals nothing).
+int32_t count_equal(SAFEARRAY **array, int16_t code, double value) {
+    const ArrayElements a(array);
+    int32_t n = 0;
+    for (size_t k = 0; k < a.count(); ++k)
+        n += a.get_number(code, a.lower() + static_cast<int32_t>(k)) == value;
+    return n;
+}
+
+// Subscript of the first element equal to value, or -1.
+int32_t search_equal(SAFEARRAY **array, int16_t code, double value) {
+    const ArrayElements a(array);
+    for (size_t k = 0; k < a.count(); ++k) {
+        const int32_t at = a.lower() + static_cast<int32_t>(k);
+        if (a.get_number(code, at) == value)
+            return at;
+    }
+    return -1;
+}
+
+// The C runtime's comparison of two zero-terminated texts for equality:
+// byte for byte, or folding A-Z to a-z.
+bool same_text(std::string_view a, std::string_view b, bool case_sensitive) {
+    a = a.substr(0, a.find('\0'));
+    b = b.substr(0, b.find('\0'));
+    if (a.size() != b.size())
+        return false;
+    for (size_t i = 0; i < a.size(); ++i) {
+        int x = static_cast<unsigned char>(a[i]), y = static_cast<unsigned char>(b[i]);
+        if (!case_sensitive) {
+            x = (x >= 'A' && x <= 'Z') ? x + 32 : x;
+            y = (y >= 'A' && y <= 'Z') ? y + 32 : y;
+        }
+        if (x != y)
+            return false;
+    }
+    return true;
+}
+
+// Subscript of the LAST element equal to the key (every match overwrites),
+// or -1. A null element matches only an empty key. A two-dimensional array
+// is searched along dimension 1 at the lower bound of dimension 2.
+int32_t search_string(SAFEARRAY **array, BSTR *key_ref, int16_t case_flag) {
+    if (!is_string_array(array))
+        return -1;
+    const ArrayElements a(array);
+    const unsigned dims = SafeArrayGetDim(*array);
+    if (dims > 2)
+        return -1;
+    LONG lower2 = 0;
+    if (dims == 2)
+        SafeArrayGetLBound(*array, 2, &lower2);
+    const std::string_view key = StrArg::by_ref(key_ref).text();
+    const bool case_sensitive = flag16(case_flag);
+    int32_t found = -1;
+    for (size_t k = 0; k < a.count(); ++k) {
+        const int32_t at = a.lower() + static_cast<int32_t>(k);
+        const auto element = dims == 1 ? string_element(array, {at}) : string_element(array, {at, lower2});
+        if (element ? same_text(*element, key, case_sensitive) : key.empty())
+            found = at;
+    }
+    return found;
+}
+
+// The value column (i, 2) of the last row whose key column (i, 1) equals
+// the key; the second subscripts are the literals 1 and 2, whatever the
+// lower bound of dimension 2. A null (or unreadable) key element matches
+// any key. Empty when no row matches or the array is not two-dimensional.
+BSTR look_up(SAFEARRAY **array, BSTR *key_ref, int16_t case_flag) {
+    if (!is_string_array(array) || SafeArrayGetDim(*array) != 2)
+        return empty_string();
+    const ArrayElements a(array);
+    const std::string_view key = StrArg::by_ref(key_ref).text();
+    const bool case_sensitive = flag16(case_flag);
+    std::string result;
+    for (size_t k = 0; k < a.count(); ++k) {
+        const int32_t at = a.lower() + static_cast<int32_t>(k);
+        const auto element = string_element(array, {at, 1});
+        if (!element || same_text(*element, key, case_sensitive))
+            result = string_element(array, {at, 2}).value_or(std::string());
+    }
+    return new_string(result);
+}
+
+} // namespace
+
+} // namespace brindle::arrays
+
+using namespace brindle::arrays;
+
+BRINDLE_EXPORT(int32_t) cCountI(SAFEARRAY **Arr, int16_t Value) { return guarded<int32_t>(0, [&] { return count_equal(Arr, 2, Value); }); }
+BRINDLE_EXPORT(int32_t) cCountL(SAFEARRAY **Arr, int32_t Value) { return guarded<int32_t>(0, [&] { return count_equal(Arr, 3, Value); }); }
+BRINDLE_EXPORT(int32_t) cCountS(SAFEARRAY **Arr, float Value) { return guarded<int32_t>(0, [&] { return count_equal(Arr, 4, Value); }); }
+BRINDLE_EXPORT(int32_t) cCountD(SAFEARRAY **Arr, double Value) { return guarded<int32_t>(0, [&] { return count_equal(Arr, 5, Value); }); }
+BRINDLE_EXPORT(int32_t) cSearchI(SAFEARRAY **Arr, int16_t Value) { return guarded<int32_t>(-1, [&] { return search_equal(Arr, 2, Value); }); }
+BRINDLE_EXPORT(int32_t) cSearchL(SAFEARRAY **Arr, int32_t Value) { return guarded<int32_t>(-1, [&] { return search_equal(Arr, 3, Value); }); }
+BRINDLE_EXPORT(int32_t) cSearchS(SAFEARRAY **Arr, float Value) { return guarded<int32_t>(-1, [&] { return search_equal(Arr, 4, Value); }); }
+BRINDLE_EXPORT(int32_t) cSearchD(SAFEARRAY **Arr, double Value) { return guarded<int32_t>(-1, [&] { return search_equal(Arr, 5, Value); }); }
+
+BRINDLE_EXPORT(int32_t) cSearchStr(SAFEARRAY **Arr, BSTR *Key, int16_t CaseSensitive) {
+    return guarded<int32_t>(-1, [&] { return search_string(Arr, Key, CaseSensitive); });
+}
+BRINDLE_EXPORT(BSTR) cArrayLookUp(SAFEARRAY **Arr, BSTR *Key, int16_t CaseSensitive) {
+    return guarded_string([&] { return look_up(Arr, Key, CaseSensitive); });
+}

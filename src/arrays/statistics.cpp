@@ -1,0 +1,144 @@
+// Statistics over dimension 1 of a typed array (sums, means, the family's
+// deviation, maxima and minima) and the parameters of any array. All of
+// them read element by element, so any lower bound works.
+#include "arrays/block_units.h"
+#include "frame/frame.h"
+
+#include <cfloat>
+#include <climits>
+#include <cmath>
+
+using namespace brindle::frame;
+
+namespace brindle::arrays {
+
+namespace {
+
+// The sum of dimension 1 as doubles; an unknown code adds 0 for every element.
+double sum(SAFEARRAY **array, int16_t code) {
+    const ArrayElements a(array);
+    double total = 0.0;
+    for (size_t k = 0; k < a.count(); ++k)
+        total += a.get_number(code, a.lower() + static_cast<int32_t>(k));
+    return total;
+}
+
+// The sum over the count, unguarded: no elements give 0/0, not a number.
+double mean(SAFEARRAY **array, int16_t code) {
+    const ArrayElements a(array);
+    return sum(array, code) / static_cast<double>(a.count());
+}
+
+// sqrt(sum of squared differences from the mean) / n: the family's own
+// measure, deliberately neither the population nor the sample deviation
+// (1, 2, 3 give sqrt(2) / 3). No elements give 0 / 0.
+double deviation(SAFEARRAY **array, int16_t code) {
+    const ArrayElements a(array);
+    const double m = mean(array, code);
+    double squares = 0.0;
+    for (size_t k = 0; k < a.count(); ++k) {
+        const double d = a.get_number(code, a.lower() + static_cast<int32_t>(k)) - m;
+        squares += d * d;
+    }
+    return std::sqrt(squares) / static_cast<double>(a.count());
+}
+
+// Largest (or smallest) element. The running value starts from the element
+// at subscript 1 whatever the lower bound; when 1 is outside the array the
+// element at the lower bound stands in, which gives the same result in every
+// case where subscript 1 would. An empty array gives 0.
+double extreme(SAFEARRAY **array, int16_t code, bool largest) {
+    const ArrayElements a(array);
+    if (a.count() == 0)
+        return 0.0;
+    const int32_t start = (a.lower() <= 1 && 1 <= a.upper()) ? 1 : a.lower();
+    double best = a.get_number(code, start);
+    for (size_t k = 0; k < a.count(); ++k) {
+        const double v = a.get_number(code, a.lower() + static_cast<int32_t>(k));
+        if (largest ? v > best : v < best)
+            best = v;
+    }
+    return best;
+}
+
+// Largest (or smallest) element not equal to x, starting from a fixed
+// constant that is returned when nothing replaces it.
+double extreme_not_x(SAFEARRAY **array, int16_t code, bool largest, double x, double start) {
+    const ArrayElements a(array);
+    double best = start;
+    for (size_t k = 0; k < a.count(); ++k) {
+        const double v = a.get_number(code, a.lower() + static_cast<int32_t>(k));
+        if (v == x)
+            continue;
+        if (largest ? v > best : v < best)
+            best = v;
+    }
+    return best;
+}
+
+// The Max start values are the negated smallest normal numbers, not the most
+// negative ones: an array of negative numbers gives the start value back.
+constexpr double kMaxStartS = -static_cast<double>(FLT_MIN);
+constexpr double kMaxStartD = -DBL_MIN;
+
+int16_t array_parameters(SAFEARRAY **array, ArrayParameters *prm) {
+    if (prm != nullptr)
+        *prm = read_array_parameters(array);
+    return -1;
+}
+
+} // namespace
+
+ArrayParameters read_array_parameters(SAFEARRAY **array) noexcept {
+    const ArrayElements a(array);
+    ArrayParameters prm{};
+    if (!a.present())
+        return prm;
+    prm.LowerBound = static_cast<int16_t>(a.lower());
+    prm.UpperBound = static_cast<int16_t>(a.upper());
+    prm.ElementSize = static_cast<int16_t>(a.element_size());
+    prm.Dimensions = static_cast<int16_t>(SafeArrayGetDim(a.descriptor()));
+    prm.Count = static_cast<int16_t>(prm.UpperBound - prm.LowerBound + 1);
+    return prm;
+}
+
+} // namespace brindle::arrays
+
+using namespace brindle::arrays;
+
+namespace {
+template <class T> T as(double v) { return static_cast<T>(v); }
+} // namespace
+
+BRINDLE_EXPORT(double) cSumI(SAFEARRAY **Arr) { return guarded(0.0, [&] { return sum(Arr, 2); }); }
+BRINDLE_EXPORT(double) cSumL(SAFEARRAY **Arr) { return guarded(0.0, [&] { return sum(Arr, 3); }); }
+BRINDLE_EXPORT(double) cSumS(SAFEARRAY **Arr) { return guarded(0.0, [&] { return sum(Arr, 4); }); }
+BRINDLE_EXPORT(double) cSumD(SAFEARRAY **Arr) { return guarded(0.0, [&] { return sum(Arr, 5); }); }
+BRINDLE_EXPORT(double) cMeanI(SAFEARRAY **Arr) { return guarded(0.0, [&] { return mean(Arr, 2); }); }
+BRINDLE_EXPORT(double) cMeanL(SAFEARRAY **Arr) { return guarded(0.0, [&] { return mean(Arr, 3); }); }
+BRINDLE_EXPORT(double) cMeanS(SAFEARRAY **Arr) { return guarded(0.0, [&] { return mean(Arr, 4); }); }
+BRINDLE_EXPORT(double) cMeanD(SAFEARRAY **Arr) { return guarded(0.0, [&] { return mean(Arr, 5); }); }
+BRINDLE_EXPORT(double) cDeviationI(SAFEARRAY **Arr) { return guarded(0.0, [&] { return deviation(Arr, 2); }); }
+BRINDLE_EXPORT(double) cDeviationL(SAFEARRAY **Arr) { return guarded(0.0, [&] { return deviation(Arr, 3); }); }
+BRINDLE_EXPORT(double) cDeviationS(SAFEARRAY **Arr) { return guarded(0.0, [&] { return deviation(Arr, 4); }); }
+BRINDLE_EXPORT(double) cDeviationD(SAFEARRAY **Arr) { return guarded(0.0, [&] { return deviation(Arr, 5); }); }
+
+BRINDLE_EXPORT(int16_t) cMaxI(SAFEARRAY **Arr) { return guarded<int16_t>(0, [&] { return as<int16_t>(extreme(Arr, 2, true)); }); }
+BRINDLE_EXPORT(int32_t) cMaxL(SAFEARRAY **Arr) { return guarded<int32_t>(0, [&] { return as<int32_t>(extreme(Arr, 3, true)); }); }
+BRINDLE_EXPORT(float) cMaxS(SAFEARRAY **Arr) { return guarded(0.0f, [&] { return as<float>(extreme(Arr, 4, true)); }); }
+BRINDLE_EXPORT(double) cMaxD(SAFEARRAY **Arr) { return guarded(0.0, [&] { return extreme(Arr, 5, true); }); }
+BRINDLE_EXPORT(int16_t) cMinI(SAFEARRAY **Arr) { return guarded<int16_t>(0, [&] { return as<int16_t>(extreme(Arr, 2, false)); }); }
+BRINDLE_EXPORT(int32_t) cMinL(SAFEARRAY **Arr) { return guarded<int32_t>(0, [&] { return as<int32_t>(extreme(Arr, 3, false)); }); }
+BRINDLE_EXPORT(float) cMinS(SAFEARRAY **Arr) { return guarded(0.0f, [&] { return as<float>(extreme(Arr, 4, false)); }); }
+BRINDLE_EXPORT(double) cMinD(SAFEARRAY **Arr) { return guarded(0.0, [&] { return extreme(Arr, 5, false); }); }
+
+BRINDLE_EXPORT(int16_t) cMaxNotXI(SAFEARRAY **Arr, int16_t X) { return guarded<int16_t>(0, [&] { return as<int16_t>(extreme_not_x(Arr, 2, true, X, SHRT_MIN)); }); }
+BRINDLE_EXPORT(int32_t) cMaxNotXL(SAFEARRAY **Arr, int32_t X) { return guarded<int32_t>(0, [&] { return as<int32_t>(extreme_not_x(Arr, 3, true, X, INT_MIN)); }); }
+BRINDLE_EXPORT(float) cMaxNotXS(SAFEARRAY **Arr, float X) { return guarded(0.0f, [&] { return as<float>(extreme_not_x(Arr, 4, true, X, kMaxStartS)); }); }
+BRINDLE_EXPORT(double) cMaxNotXD(SAFEARRAY **Arr, double X) { return guarded(0.0, [&] { return extreme_not_x(Arr, 5, true, X, kMaxStartD); }); }
+BRINDLE_EXPORT(int16_t) cMinNotXI(SAFEARRAY **Arr, int16_t X) { return guarded<int16_t>(0, [&] { return as<int16_t>(extreme_not_x(Arr, 2, false, X, SHRT_MAX)); }); }
+BRINDLE_EXPORT(int32_t) cMinNotXL(SAFEARRAY **Arr, int32_t X) { return guarded<int32_t>(0, [&] { return as<int32_t>(extreme_not_x(Arr, 3, false, X, INT_MAX)); }); }
+BRINDLE_EXPORT(float) cMinNotXS(SAFEARRAY **Arr, float X) { return guarded(0.0f, [&] { return as<float>(extreme_not_x(Arr, 4, false, X, FLT_MAX)); }); }
+BRINDLE_EXPORT(double) cMinNotXD(SAFEARRAY **Arr, double X) { return guarded(0.0, [&] { return extreme_not_x(Arr, 5, false, X, DBL_MAX); }); }
+
+BRINDLE_EXPORT(int16_t) cArrayPrm(SAFEARRAY **Arr, ArrayParameters *Prm) { return guarded<int16_t>(-1, [&] { return array_parameters(Arr, Prm); }); }
