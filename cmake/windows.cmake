@@ -70,6 +70,7 @@ function(brindle_windows_client target)
     target_sources(${target} PRIVATE ${BRINDLE_DLL_CLIENT})
     target_include_directories(${target} PRIVATE ${CMAKE_SOURCE_DIR}/src ${BRINDLE_GENERATED})
     target_compile_definitions(${target} PRIVATE BRINDLE_DLL_FILE="$<TARGET_FILE_NAME:brindle>")
-    target_link_libraries(${target} PRIVATE ${BRINDLE_SYSTEM_LIBS})
+    # zlib too: tests use it as an oracle (on Linux it comes with the library).
+    target_link_libraries(${target} PRIVATE ${BRINDLE_SYSTEM_LIBS} ZLIB::ZLIB)
     add_dependencies(${target} brindle brindle_generated brindle_dll_client)
 endfunction()
