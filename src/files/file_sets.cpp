@@ -1,0 +1,83 @@
+// Small rules shared by the listing, counting and searching exports.
+#include "files/file_sets.h"
+
+#include "platform/file_info.h"
+
+#include <cmath>
+
+namespace brindle::files {
+
+bool AttributesExact(uint32_t entry, uint32_t mask) noexcept {
+    if (entry & platform::kAttrDirectory)
+        return false;
+    return ((entry ^ mask) & kSelectableBits) == 0;
+}
+
+bool AttributesLoose(uint32_t entry, uint32_t mask) noexcept {
+    if (entry & platform::kAttrDirectory)
+        return false;
+    return ((entry ^ mask) & kSelectableBits) != kSelectableBits;
+}
+
+bool SelectorAccepts(int16_t selector, uint32_t entry) noexcept {
+    if (entry & platform::kAttrDirectory)
+        return false;
+    const bool none = (entry & ~static_cast<uint32_t>(platform::kAttrNormal)) == 0;
+    switch (selector) {
+    case 255:
+        return true;
+    case 254:
+        return none || AttributesLoose(entry, platform::kAttrArchive);
+    case 0:
+        return none;
+    default:
+        if (selector < 0)
+            return AttributesExact(entry, static_cast<uint32_t>(-static_cast<int32_t>(selector)));
+        return AttributesLoose(entry, static_cast<uint32_t>(selector));
+    }
+}
+
+std::string VolumeRoot(std::string_view root) {
+    std::string out(root);
+    if (out.size() == 1)
+        out += ":\\";
+    else if (out.size() == 2)
+        out += "\\";
+    return out;
+}
+
+std::string PatternVolumeRoot(std::string_view pattern) {
+    if (pattern.size() >= 2 && pattern[1] == ':')
+        return std::string(1, pattern[0]) + ":\\";
+    return std::string();
+}
+
+uint64_t ClusterSize(std::string_view root) {
+    platform::VolumeSpace v;
+    if (!platform::volume_space(root, &v))
+        return 0;
+    return uint64_t{v.sectors_per_cluster} * v.bytes_per_sector;
+}
+
+uint64_t RoundToClusters(uint64_t size, uint64_t cluster) noexcept {
+    if (cluster == 0 || size % cluster == 0)
+        return size;
+    return (size / cluster + 1) * cluster;
+}
+
+int16_t SlackPercent(double bytes, double on_disk) noexcept {
+    if (on_disk == 0)
+        return -1;
+    const double percent = std::trunc((on_disk - bytes) / on_disk * 100.0);
+    if (!(percent > -32768.0 && percent < 32768.0))
+        return -1; // only a wrapped byte total can leave the range
+    return static_cast<int16_t>(percent);
+}
+
+uint64_t SubtractWithoutBorrow(uint64_t total, uint64_t free) noexcept {
+    const uint32_t low = static_cast<uint32_t>(total) - static_cast<uint32_t>(free);
+    const uint32_t high = static_cast<uint32_t>(total >> 32) - static_cast<uint32_t>(free >> 32);
+    return (uint64_t{high} << 32) | low;
+}
+
+} // namespace brindle::files

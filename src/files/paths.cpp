@@ -1,0 +1,205 @@
+// Path names: the exports. Names arrive by value and are read up to their
+// first zero byte, as the system sees a name. Only cFullPath, cFileDrive,
+// cFilePathExists, cFileIsLegal and cUniqueFileName look at the disk.
+#include "files/path_names.h"
+#include "files/path_record.h"
+#include "frame/frame.h"
+#include "platform/directory.h"
+#include "platform/file_info.h"
+
+using namespace brindle::frame;
+using namespace brindle::files;
+namespace platform = brindle::platform;
+
+namespace {
+
+// Replaces one string field of the caller's record (null for empty, which
+// VB reads as the empty string).
+void set_field(BSTR *field, std::string_view value) {
+    BSTR fresh = value.empty() ? nullptr : new_string(value);
+    SysFreeString(*field);
+    *field = fresh;
+}
+
+bool same_no_case(std::string_view a, std::string_view b) {
+    if (a.size() != b.size())
+        return false;
+    for (size_t i = 0; i < a.size(); ++i) {
+        char x = a[i], y = b[i];
+        if (x >= 'a' && x <= 'z')
+            x = static_cast<char>(x - 32);
+        if (y >= 'a' && y <= 'z')
+            y = static_cast<char>(y - 32);
+        if (x != y)
+            return false;
+    }
+    return true;
+}
+
+} // namespace
+
+// Validates first; an invalid name empties all four fields and its code is
+// the result.
+BRINDLE_EXPORT(int16_t) cSplitPath(BSTR Path, PathParts *Parts) {
+    return guarded(int16_t{kNameInvalid}, [&] {
+        const std::string_view path = StrArg::by_val(Path).text();
+        const int16_t code = FilenameValidity(path);
+        if (Parts == nullptr)
+            return code;
+        if (code != kNameValid) {
+            for (BSTR *f : {&Parts->Drive, &Parts->Directory, &Parts->FileName, &Parts->Ext})
+                set_field(f, {});
+            return code;
+        }
+        const PathPieces p = SplitPath(path);
+        set_field(&Parts->Drive, p.drive);
+        set_field(&Parts->Directory, p.dir);
+        set_field(&Parts->FileName, p.name);
+        set_field(&Parts->Ext, p.ext);
+        return code;
+    });
+}
+
+BRINDLE_EXPORT(BSTR) cMakePath(BSTR Drive, BSTR Directory, BSTR FileName, BSTR Ext) {
+    return guarded_string([&] {
+        const std::string joined = MakePath(StrArg::by_val(Drive).text(), StrArg::by_val(Directory).text(),
+                                            StrArg::by_val(FileName).text(), StrArg::by_val(Ext).text());
+        return new_string(joined);
+    });
+}
+
+// Absolute against the current directory, within 260 characters.
+BRINDLE_EXPORT(BSTR) cFullPath(BSTR Path) {
+    return guarded_string([&] {
+        const std::string_view path = StrArg::by_val(Path).text();
+        std::string out;
+        if (path.empty() || !platform::full_path(path, &out, 260))
+            return empty_string();
+        return new_string(out);
+    });
+}
+
+BRINDLE_EXPORT(BSTR) cTruncatePath(BSTR Path, int32_t MaxLength) {
+    return guarded_string([&] { return new_string(TruncatePath(StrArg::by_val(Path).text(), MaxLength)); });
+}
+
+BRINDLE_EXPORT(BSTR) cDefaultExtension(BSTR FileName, BSTR Ext) {
+    return guarded_string([&] {
+        const std::string_view name = StrArg::by_val(FileName).text();
+        if (name.empty())
+            return empty_string();
+        return new_string(DefaultExtension(name, StrArg::by_val(Ext).text()));
+    });
+}
+
+// Meant to replace an extension, it keeps an existing one: the name is
+// stripped only on a copy that is then thrown away, and clients rely on the
+// result being that of cDefaultExtension.
+BRINDLE_EXPORT(BSTR) cFixedExtension(BSTR FileName, BSTR Ext) {
+    return guarded_string([&] {
+        const std::string_view name = StrArg::by_val(FileName).text();
+        if (name.empty())
+            return empty_string();
+        return new_string(DefaultExtension(name, StrArg::by_val(Ext).text()));
+    });
+}
+
+// An extension with a leading full stop takes the fixed rule, one without
+// the default rule; both give the same text.
+BRINDLE_EXPORT(BSTR) cAddExtension(BSTR FileName, BSTR Ext) {
+    return guarded_string([&] {
+        const std::string_view name = StrArg::by_val(FileName).text();
+        const std::string_view ext = StrArg::by_val(Ext).text();
+        if (name.empty())
+            return empty_string();
+        if (ext.empty())
+            return new_string(name);
+        return new_string(DefaultExtension(name, ext));
+    });
+}
+
+BRINDLE_EXPORT(BSTR) cStripExtension(BSTR FileName) {
+    return guarded_string([&] { return new_string(StripExtension(StrArg::by_val(FileName).text())); });
+}
+
+BRINDLE_EXPORT(BSTR) cStripFilePath(BSTR FileName) {
+    return guarded_string([&] { return new_string(StripFilePath(StrArg::by_val(FileName).text())); });
+}
+
+BRINDLE_EXPORT(BSTR) cStripFileName(BSTR FileName) {
+    return guarded_string([&] {
+        const std::string_view name = StrArg::by_val(FileName).text();
+        if (name.empty())
+            return empty_string();
+        return new_string(StripFileName(name));
+    });
+}
+
+// The drive letter from the runtime's status call, or a blank when the
+// file cannot be found.
+BRINDLE_EXPORT(BSTR) cFileDrive(BSTR FileName) {
+    return guarded_string([&] {
+        platform::FileStatus st;
+        const std::string_view name = StrArg::by_val(FileName).text();
+        if (name.empty() || platform::file_status(name, &st) != 0 || st.drive < 0 || st.drive > 25)
+            return new_string(" ");
+        const char letter = static_cast<char>('A' + st.drive);
+        return new_string(std::string_view(&letter, 1));
+    });
+}
+
+BRINDLE_EXPORT(int16_t) cIsFilenameValid(BSTR FileName) {
+    return FilenameValidity(StrArg::by_val(FileName).text());
+}
+
+// Every component that exists must be found under its own name: a wildcard
+// or a short alias that the system resolves to another entry fails. A
+// component that does not exist is no failure.
+BRINDLE_EXPORT(int16_t) cFileIsLegal(BSTR FileName) {
+    return guarded(int16_t{0}, [&] {
+        std::string name(StrArg::by_val(FileName).text());
+        if (name.empty())
+            return int16_t{0};
+        for (char &c : name)
+            if (c == '/')
+                c = '\\';
+        if (name.back() == '\\')
+            name.pop_back();
+        platform::DirectorySearch search;
+        while (!name.empty() && !(name.size() == 2 && name[1] == ':')) {
+            const size_t sep = name.rfind('\\');
+            const std::string_view component =
+                sep == std::string::npos ? std::string_view(name) : std::string_view(name).substr(sep + 1);
+            if (search.first(name, platform::EntryDetail::Kind) && !same_no_case(search.entry().name, component))
+                return int16_t{0};
+            search.close();
+            if (sep == std::string::npos)
+                break;
+            name.resize(sep);
+        }
+        return int16_t{-1};
+    });
+}
+
+// "~~XXXXXX" with a one- or two-character prefix in front; a prefix of
+// other lengths is ignored so that the name keeps its eight characters.
+BRINDLE_EXPORT(BSTR) cUniqueFileName(BSTR *Prefix) {
+    return guarded_string([&] {
+        std::string name = "~~XXXXXX";
+        const std::string_view prefix = StrArg::by_ref(Prefix).text();
+        if (prefix.size() == 1 || prefix.size() == 2)
+            name.replace(0, prefix.size(), prefix);
+        if (!platform::make_unique_name(&name))
+            return empty_string();
+        return new_string(name);
+    });
+}
+
+// -1 when the file or directory exists, else the runtime's error number.
+BRINDLE_EXPORT(int16_t) cFilePathExists(BSTR FileName) {
+    return guarded(int16_t{platform::kNoSuchFile}, [&] {
+        platform::FileStatus st;
+        const int error = platform::file_status(StrArg::by_val(FileName).text(), &st);
+        return error == 0 ? int16_t{-1} : static_cast<int16_t>(error);
+    });
+}

@@ -1,0 +1,62 @@
+// The small rules of the listing and counting exports.
+#include "files/file_sets.h"
+
+#include <gtest/gtest.h>
+
+using namespace brindle::files;
+
+namespace {
+constexpr uint32_t R = 1, H = 2, S = 4, D = 16, A = 32, N = 128, C = 2048;
+}
+
+TEST(FileSets, AttributeTestsAndSelectors) {
+    // Exact: the five bits agree. Loose: fails only when all five differ.
+    EXPECT_TRUE(AttributesExact(A | R, A | R));
+    EXPECT_TRUE(AttributesExact(A | R | N | 256, A | R)) << "normal and temporary are not compared";
+    EXPECT_FALSE(AttributesExact(A, A | R));
+    EXPECT_FALSE(AttributesExact(D | A, A)) << "a directory never passes";
+    EXPECT_TRUE(AttributesLoose(0, A)) << "four of five agree";
+    EXPECT_TRUE(AttributesLoose(A | H | S, R)) << "compressed agrees";
+    EXPECT_FALSE(AttributesLoose(A | H | S | C, R)) << "all five differ";
+    EXPECT_FALSE(AttributesLoose(R, A | H | S | C)) << "all five differ";
+    EXPECT_FALSE(AttributesLoose(D, D)) << "a directory never passes";
+
+    const struct {
+        int16_t selector;
+        uint32_t entry;
+        bool accepted;
+    } rows[] = {
+        {255, R | H | S | A | C, true}, {255, D, false},       {0, 0, true},          {0, N, true},
+        {0, A, false},                  {254, 0, true},        {254, N, true},        {254, A, true},
+        {254, R | H | S | C, false},    {1, R, true},          {1, A | H | S | C, false}, {32, A, true},
+        {-32, A, true},                 {-32, A | R, false},   {-33, A | R, true},    {-33, A, false},
+        {-2048, C, true},               {-2048, C | A, false}, {1, D | R, false},
+    };
+    for (const auto &r : rows)
+        EXPECT_EQ(SelectorAccepts(r.selector, r.entry), r.accepted) << r.selector << " vs " << r.entry;
+}
+
+TEST(FileSets, ClustersSlackAndBorrowFreeSubtraction) {
+    EXPECT_EQ(RoundToClusters(1, 4096), 4096u);
+    EXPECT_EQ(RoundToClusters(0, 4096), 0u);
+    EXPECT_EQ(RoundToClusters(8192, 4096), 8192u);
+    EXPECT_EQ(RoundToClusters(8193, 4096), 12288u);
+    EXPECT_EQ(RoundToClusters(5, 0), 5u);
+
+    EXPECT_EQ(SlackPercent(0, 0), -1);
+    EXPECT_EQ(SlackPercent(1, 4096), 99);
+    EXPECT_EQ(SlackPercent(4096, 4096), 0);
+    EXPECT_EQ(SlackPercent(3000, 4096), 26) << "26.75 truncated";
+
+    EXPECT_EQ(SubtractWithoutBorrow(0x500000000ULL, 0x100000000ULL), 0x400000000ULL);
+    // The low half wraps on its own; the high half keeps its difference.
+    EXPECT_EQ(SubtractWithoutBorrow(0x200000010ULL, 0x100000020ULL), 0x1FFFFFFF0ULL);
+    EXPECT_EQ(SubtractWithoutBorrow(0x10ULL, 0x20ULL), 0xFFFFFFF0ULL);
+
+    EXPECT_EQ(VolumeRoot(""), "");
+    EXPECT_EQ(VolumeRoot("c"), "c:\\");
+    EXPECT_EQ(VolumeRoot("c:"), "c:\\");
+    EXPECT_EQ(VolumeRoot("c:\\x"), "c:\\x");
+    EXPECT_EQ(PatternVolumeRoot("d:\\dir\\*.*"), "d:\\");
+    EXPECT_EQ(PatternVolumeRoot("dir\\*.*"), "");
+}
