@@ -27,9 +27,9 @@ typedef uint32_t UINT;
 
 /* The OLE helpers, as a client finds them: in the library on Linux, in the
  * system on Windows. */
-typedef BSTR (*AllocByteLen)(const char *, UINT);
-typedef void (*FreeString)(BSTR);
-typedef UINT (*ByteLen)(BSTR);
+typedef BSTR(CALL *AllocByteLen)(const char *, UINT); /* __stdcall on Windows, as oleaut32 */
+typedef void(CALL *FreeString)(BSTR);
+typedef UINT(CALL *ByteLen)(BSTR);
 
 static AllocByteLen alloc_bytes;
 static FreeString free_string;

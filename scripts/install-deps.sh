@@ -1,12 +1,46 @@
 #!/usr/bin/env bash
 # Installs what a fresh Debian bookworm machine lacks for building and
-# testing. Safe to run again; installs nothing that is already there.
+# testing: the native toolchain, and for the Windows DLLs the MinGW-w64 cross
+# compilers, zlib built for MinGW and Wine (64-bit, and 32-bit from the i386
+# architecture). Safe to run again; installs nothing that is already there,
+# and returns at once when everything is.
+#
+# The 32-bit Wine is optional: when it cannot be installed, the Windows tests
+# still run the 64-bit DLL and say loudly that the 32-bit one was not run.
 set -euo pipefail
-need=()
-for pkg in g++ cmake python3 libgtest-dev zlib1g-dev; do
-    dpkg -s "$pkg" >/dev/null 2>&1 || need+=("$pkg")
-done
-if [ "${#need[@]}" -gt 0 ]; then
-    apt-get update || true
-    DEBIAN_FRONTEND=noninteractive apt-get install -y --no-install-recommends "${need[@]}"
+export DEBIAN_FRONTEND=noninteractive
+
+missing() {
+    local out=()
+    for pkg in "$@"; do
+        dpkg -s "$pkg" >/dev/null 2>&1 || out+=("$pkg")
+    done
+    echo "${out[@]}"
+}
+
+updated=0
+update_once() {
+    if [ "$updated" -eq 0 ]; then
+        apt-get update || true
+        updated=1
+    fi
+}
+
+need=$(missing g++ cmake python3 libgtest-dev zlib1g-dev \
+    g++-mingw-w64-i686 g++-mingw-w64-x86-64 libz-mingw-w64-dev wine64)
+if [ -n "$need" ]; then
+    update_once
+    # shellcheck disable=SC2086
+    apt-get install -y --no-install-recommends -t bookworm $need
+fi
+
+# wine32 lives in the i386 architecture.
+if ! dpkg -s wine32:i386 >/dev/null 2>&1; then
+    if ! dpkg --print-foreign-architectures | grep -qx i386; then
+        dpkg --add-architecture i386
+        updated=0
+    fi
+    update_once
+    apt-get install -y --no-install-recommends -t bookworm wine32:i386 ||
+        echo "install-deps: WARNING: wine32:i386 could not be installed; the 32-bit DLL will not be tested" >&2
 fi

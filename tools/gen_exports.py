@@ -248,13 +248,75 @@ def vb_args(decl, vb6):
     return re.sub(r"\bLongPtr\b", "Long", text) if vb6 else text
 
 
-def vb_line(decl, lib, vb6):
+# Words that VB does not accept as the name of a procedure; an export named
+# like one of them is declared under another name with an Alias clause.
+VB_RESERVED = {
+    w.lower() for w in """
+    AddressOf And Any As Attribute Boolean ByRef Byte ByVal Call Case CBool CByte CCur CDate
+    CDbl CDec CInt CLng CLngLng CLngPtr Close Const CSng CStr Currency CVar CVErr Date Debug
+    Decimal Declare DefBool DefByte DefCur DefDate DefDbl DefDec DefInt DefLng DefLngLng
+    DefLngPtr DefObj DefSng DefStr DefVar Dim Do Double Each Else ElseIf Empty End EndIf Enum
+    Eqv Erase Error Event Exit False Fix For Friend Function Get Global GoSub GoTo If Imp
+    Implements In Input InputB Int Integer Is LBound Len LenB Let Like Line Lock Long LongLong
+    LongPtr Loop LSet Me Mid MidB Mod New Next Not Nothing Null Object On Open Option Optional
+    Or ParamArray Preserve Print Private PtrSafe Public Put RaiseEvent ReDim Rem Resume Return
+    RSet Seek Select Set Sgn Shared Single Spc Static Step Stop String Sub Tab Then To True
+    Type TypeOf UBound Unlock Until Variant Wend While With WithEvents Write Xor
+    """.split()
+}
+VB_IDENTIFIER = re.compile(r"^[A-Za-z][A-Za-z0-9_]{0,254}$")
+
+# VB refuses physical lines longer than 1023 characters and statements of
+# more than 25 physical lines; long Declares are wrapped well inside both.
+VB_WRAP = 110
+
+
+def vb_name(name):
+    """The name VB declares an export under (its own, unless VB refuses it)."""
+    if VB_IDENTIFIER.match(name) and name.lower() not in VB_RESERVED:
+        return name
+    base = re.sub(r"[^A-Za-z0-9_]", "_", name).lstrip("_") or "x"
+    if not base[0].isalpha():
+        base = "x" + base
+    return base + "_"
+
+
+def wrap_declare(head, args, tail, indent):
+    """One Declare statement, continued with " _" when it is long."""
+    one = f"{head}({', '.join(args)}){tail}"
+    if len(indent) + len(one) <= VB_WRAP:
+        return [indent + one]
+    lines, current = [], f"{head}("
+    for i, arg in enumerate(args):
+        piece = arg + (", " if i + 1 < len(args) else f"){tail}")
+        if len(current) + len(piece) > VB_WRAP and current.strip():
+            lines.append(current.rstrip() + " _")
+            current = "        "
+        current += piece
+    lines.append(current)
+    if len(lines) > 24:
+        raise ListError(f"{head}: too many arguments for one VB statement")
+    return [indent + l for l in lines]
+
+
+def split_args(text):
+    return [a.strip() for a in text.split(",")] if text.strip() else []
+
+
+def vb_lines(decl, lib, vb6, indent=""):
     result = decl["result"]
     if vb6 and result == "LongPtr":
         result = "Long"
     head = "Declare" if vb6 else "Declare PtrSafe"
+    name = vb_name(decl["name"])
+    alias = f' Alias "{decl["name"]}"' if name != decl["name"] else ""
     tail = f" As {result}" if decl["kind"] == "Function" else ""
-    return f'{head} {decl["kind"]} {decl["name"]} Lib "{lib}.dll" ({vb_args(decl, vb6)}){tail}'
+    return wrap_declare(f'{head} {decl["kind"]} {name} Lib "{lib}.dll"{alias} ',
+                        split_args(vb_args(decl, vb6)), tail, indent)
+
+
+def vb_line(decl, lib, vb6):
+    return "\r\n".join(vb_lines(decl, lib, vb6))
 
 
 def vb_types(records, vb6, indent=""):
@@ -269,13 +331,133 @@ def vb_types(records, vb6, indent=""):
     return out
 
 
+# The loader helper. Declare finds a DLL through the system's search order,
+# in which the folder of a document is not, and the folder of a VB program
+# only when the program runs compiled. Loading the DLL once by its full path
+# makes every Declare of the module find it. VB6 takes the program's folder;
+# VBA asks the host for the folder of the workbook, document or database
+# that holds the code.
+VB6_LOADER = r"""
+' Loader helper: call BrindleLoad once before the first call of the library
+' (in Form_Load or Sub Main). It loads BRINDLE32P.dll from the program's
+' folder, or from Folder when given, and says in plain words what is wrong
+' when it cannot. Returns True when the library is ready.
+Private Declare Function BrindleLoadLibrary Lib "kernel32" Alias "LoadLibraryA" (ByVal FileName As String) As Long
+Private Declare Function BrindleModuleHandle Lib "kernel32" Alias "GetModuleHandleA" (ByVal ModuleName As String) As Long
+
+Public Function BrindleLoad(Optional ByVal Folder As String = "") As Boolean
+    Const DllName As String = "BRINDLE32P.dll"
+    Dim Path As String, Problem As String, Found As Boolean, Failure As Long
+    If BrindleModuleHandle(DllName) <> 0 Then
+        BrindleLoad = True
+        Exit Function
+    End If
+    If Len(Folder) = 0 Then Folder = App.Path
+    If Right$(Folder, 1) <> "\" Then Folder = Folder & "\"
+    Path = Folder & DllName
+    On Error Resume Next
+    Found = Len(Dir$(Path, vbNormal Or vbReadOnly Or vbHidden Or vbSystem Or vbArchive)) > 0
+    On Error GoTo 0
+    If Found Then
+        If BrindleLoadLibrary(Path) = 0 Then Failure = Err.LastDllError Else Failure = -1
+    End If
+    If Not Found Then
+        Problem = DllName & " was not found in " & Folder & "." & vbCrLf & _
+            "Copy it into the program's folder."
+    ElseIf Failure <> -1 Then
+        If Failure = 193 Then
+            Problem = Path & " is not a 32-bit DLL." & vbCrLf & _
+                "A VB6 program needs BRINDLE32P.dll, the 32-bit library."
+        Else
+            Problem = Path & " could not be loaded (Windows error " & Failure & ")."
+        End If
+    Else
+        BrindleLoad = True
+        Exit Function
+    End If
+    MsgBox Problem, vbExclamation, DllName
+End Function
+"""
+
+VBA7_LOADER = r"""
+' Loader helper: call BrindleLoad once before the first call of the library
+' (in Workbook_Open or AutoExec, for instance). It loads the DLL that matches
+' Office's bitness from the folder of the workbook, document or database
+' holding this code, or from Folder when given, and says in plain words what
+' is wrong when it cannot. Returns True when the library is ready.
+Private Declare PtrSafe Function BrindleLoadLibrary Lib "kernel32" Alias "LoadLibraryA" (ByVal FileName As String) As LongPtr
+Private Declare PtrSafe Function BrindleModuleHandle Lib "kernel32" Alias "GetModuleHandleA" (ByVal ModuleName As String) As LongPtr
+
+Private Function BrindleHostFolder() As String
+    Dim Host As Object
+    Set Host = Application
+    On Error Resume Next
+    BrindleHostFolder = Host.ThisWorkbook.Path            ' Excel
+    If Len(BrindleHostFolder) = 0 Then BrindleHostFolder = Host.MacroContainer.Path    ' Word
+    If Len(BrindleHostFolder) = 0 Then BrindleHostFolder = Host.CurrentProject.Path    ' Access
+    If Len(BrindleHostFolder) = 0 Then BrindleHostFolder = Host.ActivePresentation.Path ' PowerPoint
+    On Error GoTo 0
+End Function
+
+Public Function BrindleLoad(Optional ByVal Folder As String = "") As Boolean
+#If Win64 Then
+    Const DllName As String = "BRINDLE64P.dll"
+    Const Bits As String = "64"
+#Else
+    Const DllName As String = "BRINDLE32P.dll"
+    Const Bits As String = "32"
+#End If
+    Dim Path As String, Problem As String, Found As Boolean, Failure As Long
+    If BrindleModuleHandle(DllName) <> 0 Then
+        BrindleLoad = True
+        Exit Function
+    End If
+    If Len(Folder) = 0 Then Folder = BrindleHostFolder()
+    If Len(Folder) = 0 Then
+        Problem = "Save the file first: " & DllName & " is loaded from the folder that holds it."
+    Else
+        If Right$(Folder, 1) <> "\" Then Folder = Folder & "\"
+        Path = Folder & DllName
+        On Error Resume Next
+        Found = Len(Dir$(Path, vbNormal Or vbReadOnly Or vbHidden Or vbSystem Or vbArchive)) > 0
+        On Error GoTo 0
+        If Found Then
+            If BrindleLoadLibrary(Path) = 0 Then Failure = Err.LastDllError Else Failure = -1
+        End If
+        If Not Found Then
+            Problem = DllName & " was not found in " & Folder & "." & vbCrLf & _
+                "This is " & Bits & "-bit Office: copy " & DllName & " next to the file."
+        ElseIf Failure <> -1 Then
+            If Failure = 193 Then
+                Problem = Path & " is not a " & Bits & "-bit DLL." & vbCrLf & _
+                    "This is " & Bits & "-bit Office: it needs the " & Bits & "-bit library " & DllName & "."
+            Else
+                Problem = Path & " could not be loaded (Windows error " & Failure & ")."
+            End If
+        Else
+            BrindleLoad = True
+            Exit Function
+        End If
+    End If
+    MsgBox Problem, vbExclamation, DllName
+End Function
+"""
+
+
+def vb_block(text):
+    return text.strip("\n").split("\n")
+
+
 def vb6_module(decls, records):
     out = ['Attribute VB_Name = "BRINDLE32P"',
            "' Declarations of BRINDLE32P.dll for Visual Basic 4, 5 and 6.",
            "' Generated from the library's list of exports. Do not edit.",
            "Option Explicit", ""]
     out += vb_types(records, vb6=True)
-    out += [vb_line(d, "BRINDLE32P", vb6=True) for d in decls]
+    for d in decls:
+        out += vb_lines(d, "BRINDLE32P", vb6=True)
+    out.append("")
+    out += vb_block(VB6_LOADER)
     return "\r\n".join(out) + "\r\n"
 
 
@@ -286,10 +468,14 @@ def vba7_module(decls, records):
            "Option Explicit", ""]
     out += vb_types(records, vb6=False)
     out.append("#If Win64 Then")
-    out += ["    " + vb_line(d, "BRINDLE64P", vb6=False) for d in decls]
+    for d in decls:
+        out += vb_lines(d, "BRINDLE64P", vb6=False, indent="    ")
     out.append("#Else")
-    out += ["    " + vb_line(d, "BRINDLE32P", vb6=False) for d in decls]
+    for d in decls:
+        out += vb_lines(d, "BRINDLE32P", vb6=False, indent="    ")
     out.append("#End If")
+    out.append("")
+    out += vb_block(VBA7_LOADER)
     return "\r\n".join(out) + "\r\n"
 
 

@@ -29,7 +29,7 @@ template <class T> std::vector<T> random_values(size_t n, int spread, unsigned s
 }
 
 // Sorts both ways through the exports and compares with std::sort.
-template <class T> void check_numeric_sort(int16_t (*up)(SAFEARRAY **), int16_t (*down)(SAFEARRAY **), size_t n, int spread) {
+template <class T> void check_numeric_sort(int16_t(BRINDLE_CALL *up)(SAFEARRAY **), int16_t(BRINDLE_CALL *down)(SAFEARRAY **), size_t n, int spread) {
     const std::vector<T> input = random_values<T>(n, spread, static_cast<unsigned>(n));
     std::vector<T> expected = input;
     std::sort(expected.begin(), expected.end());
@@ -153,7 +153,7 @@ TEST(NumericSorts, WiderCodeThanTheElementsStaysInsideTheBlock) {
 
 namespace {
 
-std::string sort_str(int16_t (*f)(BSTR *, int32_t, int32_t), std::string_view text, int32_t count, int32_t size,
+std::string sort_str(int16_t(BRINDLE_CALL *f)(BSTR *, int32_t, int32_t), std::string_view text, int32_t count, int32_t size,
                      int16_t *result = nullptr) {
     Bstr b(text);
     const int16_t r = f(b.ref(), count, size);

@@ -60,7 +60,7 @@ TEST(InterestFactors, DiscreteAndContinuousFormulas) {
 }
 
 TEST(InterestFactors, ZeroRateOrNoPeriodsGiveMinusOne) {
-    double (*const all[])(double, int16_t) = {cAtoF, cAtoP, cFtoA, cFtoP, cPtoA, cPtoF,
+    double(BRINDLE_CALL *const all[])(double, int16_t) = {cAtoF, cAtoP, cFtoA, cFtoP, cPtoA, cPtoF,
                                               cAtoFC, cAtoPC, cFtoAC, cFtoPC, cPtoAC, cPtoFC};
     for (auto f : all) {
         EXPECT_EQ(f(0.0, 10), -1.0);

@@ -15,12 +15,12 @@ struct Kind {
     const char *name;
     size_t bytes;
     int16_t last_slot;
-    int16_t (*empty)(BSTR *);
-    int16_t (*fill)(BSTR *);
-    int16_t (*set)(BSTR *, int16_t, int16_t);
-    int16_t (*clear)(BSTR *, int16_t, int16_t);
-    int16_t (*filled)(BSTR *, int16_t);
-    BSTR (*create)();
+    int16_t(BRINDLE_CALL *empty)(BSTR *);
+    int16_t(BRINDLE_CALL *fill)(BSTR *);
+    int16_t(BRINDLE_CALL *set)(BSTR *, int16_t, int16_t);
+    int16_t(BRINDLE_CALL *clear)(BSTR *, int16_t, int16_t);
+    int16_t(BRINDLE_CALL *filled)(BSTR *, int16_t);
+    BSTR(BRINDLE_CALL *create)();
 };
 
 const Kind kKinds[] = {

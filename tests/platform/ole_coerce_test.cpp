@@ -4,7 +4,6 @@
 // row says so.
 #include "support/ole_helpers.h"
 
-#ifndef _WIN32
 
 #include <charconv>
 #include <cmath>
@@ -90,6 +89,42 @@ void expect_change(const VARIANT &source, VARTYPE vt, HRESULT hr, const char *ex
     }
 }
 
+// On Windows these tables run against the system's oleaut32, which under
+// Wine is Wine's. Rows where Wine is known to answer otherwise than Windows
+// are skipped there (and only there), keyed by the row's trace text and
+// target type:
+//   Wine overflows at exactly -2^63, takes NaN as a number, scales reals to
+//   currency without the double product, caps 64-bit unsigned at the
+//   currency range differently, reads "&HFFFFFFFF" as unsigned, parses some
+//   text through doubles (1e308, currency digits past the 15th), puts
+//   two-digit years 30..49 in the 2000s (Windows: 1930..2029), accepts
+//   "Jan Feb 2" and reads a number of thousands of digits as 0;
+//   and the library's own currency-to-I8 rounding, where Wine and Windows
+//   agree with each other and not with the library.
+#ifdef _WIN32
+bool differs_on_windows(const std::string &row, VARTYPE to) {
+    static const std::pair<const char *, VARTYPE> rows[] = {
+        {"-9223372036854775808 from vt 5", VT_I8}, {"nan from vt 5", VT_I4}, {"nan from vt 5", VT_DATE},
+        {"nan from vt 7", VT_BSTR}, {"922337203685477 from vt 5", VT_CY}, {"922337203685477 from vt 21", VT_CY},
+        {"CY -10000", VT_I8}, {"CY -5000", VT_I8}, {"\"&HFFFFFFFF\"", VT_R8}, {"\"1e308\"", VT_R8},
+        {"\"0.00005\"", VT_CY}, {"\"0.00015\"", VT_CY}, {"\"922337203685477.5807\"", VT_CY},
+        {"30 2", VT_DATE}, {"2 30", VT_DATE}, {"Jan 35", VT_DATE}, {"35-Jan", VT_DATE}, {"Jan/35", VT_DATE},
+        {"32 2 3", VT_DATE}, {"2 3 32", VT_DATE}, {"1 2 30", VT_DATE}, {"1 2 31", VT_DATE},
+        {"Jan Feb 2", VT_DATE},
+    };
+    for (const auto &[text, vt] : rows)
+        if (row == text && to == vt)
+            return true;
+    return false;
+}
+constexpr bool kCurrencyTextExact = false; // Wine reads currency text through a double
+constexpr bool kLongDigitRunsExact = false; // Wine reads thousands of digits as 0
+#else
+bool differs_on_windows(const std::string &, VARTYPE) { return false; }
+constexpr bool kCurrencyTextExact = true;
+constexpr bool kLongDigitRunsExact = true;
+#endif
+
 struct RealRow { VARTYPE from; double in; VARTYPE to; HRESULT hr; const char *out; };
 const RealRow kFromReal[] = {
     // Half to even, and the range of each integer type.
@@ -142,6 +177,8 @@ const RealRow kFromReal[] = {
 TEST(OleCoerce, RealsAndDates) {
     for (const RealRow &r : kFromReal) {
         SCOPED_TRACE(shortest(r.in) + " from vt " + std::to_string(r.from));
+        if (differs_on_windows(shortest(r.in) + " from vt " + std::to_string(r.from), r.to))
+            continue;
         expect_change(make(r.from, 0, r.in).get(), r.to, r.hr, r.out);
     }
 }
@@ -168,12 +205,18 @@ const CurrencyRow kFromCurrency[] = {
 TEST(OleCoerce, Currency) {
     for (const CurrencyRow &r : kFromCurrency) {
         SCOPED_TRACE("CY " + std::to_string(r.in));
+        if (differs_on_windows("CY " + std::to_string(r.in), r.to))
+            continue;
         expect_change(make(VT_CY, r.in).get(), r.to, r.hr, r.out);
     }
     double d = 0;
     EXPECT_EQ(VarR8FromCy(CY{.int64 = -6000}, &d), S_OK);
     EXPECT_EQ(d, -0.6);
+#ifndef _WIN32
+    // Wine's VarR8FromCy writes through the null pointer (a page fault), so
+    // the refusal is checked on the library's own implementation only.
     EXPECT_EQ(VarR8FromCy(CY{.int64 = 15000}, nullptr), E_INVALIDARG);
+#endif
 }
 
 struct IntegerRow { VARTYPE from; int64_t in; VARTYPE to; HRESULT hr; const char *out; };
@@ -208,6 +251,8 @@ const IntegerRow kFromInteger[] = {
 TEST(OleCoerce, IntegersAndBooleans) {
     for (const IntegerRow &r : kFromInteger) {
         SCOPED_TRACE(std::to_string(r.in) + " from vt " + std::to_string(r.from));
+        if (differs_on_windows(std::to_string(r.in) + " from vt " + std::to_string(r.from), r.to))
+            continue;
         expect_change(make(r.from, r.in).get(), r.to, r.hr, r.out);
     }
     expect_change(make(VT_BOOL, -1).get(), VT_BSTR, OK, "True", VARIANT_ALPHABOOL);
@@ -257,6 +302,8 @@ const TextRow kFromText[] = {
 TEST(OleCoerce, Text) {
     for (const TextRow &r : kFromText) {
         SCOPED_TRACE("\"" + std::string(r.in) + "\"");
+        if (differs_on_windows("\"" + std::string(r.in) + "\"", r.to))
+            continue;
         expect_change(Variant::of_text(r.in).get(), r.to, r.hr, r.out);
     }
 }
@@ -288,19 +335,27 @@ const char *const kNotDates[] = {
 TEST(OleCoerce, TextToDate) {
     for (const DateRow &r : kDates) {
         SCOPED_TRACE(r.in);
+        if (differs_on_windows(r.in, VT_DATE))
+            continue;
         Variant out;
         ASSERT_EQ(VariantChangeType(out.ptr(), &Variant::of_text(r.in).get(), 0, VT_DATE), S_OK);
         EXPECT_NEAR(V_DATE(out.ptr()), r.out, 1e-9);
     }
     for (const char *bad : kNotDates) {
         SCOPED_TRACE(bad);
+        if (differs_on_windows(bad, VT_DATE))
+            continue;
         Variant out;
         EXPECT_EQ(VariantChangeType(out.ptr(), &Variant::of_text(bad).get(), 0, VT_DATE), MISMATCH);
     }
     // Without a year, the current one.
     std::time_t now = std::time(nullptr);
     std::tm local{};
+#ifdef _WIN32
+    localtime_s(&local, &now);
+#else
     localtime_r(&now, &local);
+#endif
     const std::string year = std::to_string(local.tm_year + 1900);
     const std::pair<const char *, std::string> same[] = {
         {"1 2", "1/2/" + year}, {"Jan 2", "1/2/" + year}, {"2 Jan", "1/2/" + year}, {"14 1", "1/14/" + year},
@@ -328,13 +383,17 @@ TEST(OleCoerce, TextRoundTrips) {
         Variant text, back;
         ASSERT_EQ(VariantChangeType(text.ptr(), &make(VT_CY, cy).get(), 0, VT_BSTR), S_OK);
         ASSERT_EQ(VariantChangeType(back.ptr(), text.ptr(), 0, VT_CY), S_OK) << describe(text.get());
-        ASSERT_EQ(V_CY(back.ptr()).int64, cy) << describe(text.get());
+        if (kCurrencyTextExact) {
+            ASSERT_EQ(V_CY(back.ptr()).int64, cy) << describe(text.get());
+        }
         ASSERT_EQ(VariantChangeType(text.ptr(), &make(VT_DATE, 0, date).get(), 0, VT_BSTR), S_OK);
         ASSERT_EQ(VariantChangeType(back.ptr(), text.ptr(), 0, VT_DATE), S_OK) << describe(text.get());
         ASSERT_NEAR(V_DATE(back.ptr()), date, 1e-9) << describe(text.get());
     }
-    expect_change(Variant::of_text("0.5" + std::string(5000, '0') + "1").get(), VT_I4, OK, "1");
-    expect_change(Variant::of_text("2.5" + std::string(5000, '0')).get(), VT_I4, OK, "2");
+    if (kLongDigitRunsExact) {
+        expect_change(Variant::of_text("0.5" + std::string(5000, '0') + "1").get(), VT_I4, OK, "1");
+        expect_change(Variant::of_text("2.5" + std::string(5000, '0')).get(), VT_I4, OK, "2");
+    }
 }
 
 // Empty, Null and error values, to every type code: the Windows matrix.
@@ -342,11 +401,11 @@ TEST(OleCoerce, EmptyNullAndErrorSources) {
     for (VARTYPE vt = 0; vt <= 80; ++vt) {
         SCOPED_TRACE("to vt " + std::to_string(vt));
         const bool variant_type = (vt <= VT_UINT && vt != 15) || vt == VT_RECORD;
-        const bool interface = vt == VT_VARIANT || vt == VT_DISPATCH || vt == VT_UNKNOWN;
+        const bool is_interface = vt == VT_VARIANT || vt == VT_DISPATCH || vt == VT_UNKNOWN;
         const HRESULT bad = vt == 72 ? DISP_E_BADVARTYPE : variant_type ? MISMATCH : DISP_E_BADVARTYPE;
         Variant out;
         const HRESULT empty = VariantChangeType(out.ptr(), &make(VT_EMPTY, 0).get(), 0, vt);
-        EXPECT_EQ(empty, variant_type && !interface && vt != VT_ERROR && vt != VT_RECORD ? OK : bad);
+        EXPECT_EQ(empty, variant_type && !is_interface && vt != VT_ERROR && vt != VT_RECORD ? OK : bad);
         if (empty == S_OK) {
             EXPECT_EQ(V_VT(out.ptr()), vt);
         }
@@ -463,4 +522,3 @@ TEST(OleCoerce, ArraysCopyAndBytesMeetStrings) {
 
 } // namespace
 
-#endif // _WIN32

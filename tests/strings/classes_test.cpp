@@ -9,7 +9,7 @@ namespace {
 
 std::string B(const char *s, size_t n) { return std::string(s, n); }
 
-int16_t test(int16_t (*f)(BSTR *), std::string_view text) {
+int16_t test(int16_t(BRINDLE_CALL *f)(BSTR *), std::string_view text) {
     Bstr t(text);
     return f(t.ref());
 }
@@ -17,7 +17,7 @@ int16_t test(int16_t (*f)(BSTR *), std::string_view text) {
 } // namespace
 
 TEST(Classes, PredicatesOverEveryByte) {
-    using Fn = int16_t (*)(BSTR *);
+    using Fn = int16_t(BRINDLE_CALL *)(BSTR *);
     struct Row {
         Fn f;
         const char *name;

@@ -17,11 +17,11 @@ Returned del(std::string_view text, std::string_view sub, int16_t cs) {
     Bstr t(text), s(sub);
     return returned(cDeleteSubString(t.val(), s.val(), cs), {&t});
 }
-Returned fill(BSTR (*f)(BSTR, BSTR, int32_t), std::string_view text, std::string_view with, int32_t width) {
+Returned fill(BSTR(BRINDLE_CALL *f)(BSTR, BSTR, int32_t), std::string_view text, std::string_view with, int32_t width) {
     Bstr t(text), w(with);
     return returned(f(t.val(), w.val(), width), {&t});
 }
-Returned set_in(BSTR (*f)(BSTR, BSTR, int32_t, BSTR), std::string_view text, std::string_view sep, int32_t n,
+Returned set_in(BSTR(BRINDLE_CALL *f)(BSTR, BSTR, int32_t, BSTR), std::string_view text, std::string_view sep, int32_t n,
                 std::string_view value) {
     Bstr t(text), s(sep), v(value);
     return returned(f(t.val(), s.val(), n, v.val()), {&t});

@@ -12,18 +12,18 @@ namespace {
 std::string B(const char *s, size_t n) { return std::string(s, n); }
 
 // A by-value token test.
-int16_t tok(int16_t (*f)(BSTR, BSTR), std::string_view text, std::string_view list) {
+int16_t tok(int16_t(BRINDLE_CALL *f)(BSTR, BSTR), std::string_view text, std::string_view list) {
     Bstr t(text), l(list);
     return f(t.val(), l.val());
 }
-int16_t tok_in(int16_t (*f)(BSTR, BSTR, BSTR), std::string_view text, std::string_view list, std::string_view sep) {
+int16_t tok_in(int16_t(BRINDLE_CALL *f)(BSTR, BSTR, BSTR), std::string_view text, std::string_view list, std::string_view sep) {
     Bstr t(text), l(list), s(sep);
     return f(t.val(), l.val(), s.val());
 }
 
 // A by-reference (text, arg) string export; is_input says whether the
 // text's own handle came back.
-Returned call2(BSTR (*f)(BSTR *, BSTR *), std::string_view text, std::string_view arg) {
+Returned call2(BSTR(BRINDLE_CALL *f)(BSTR *, BSTR *), std::string_view text, std::string_view arg) {
     Bstr t(text), a(arg);
     return returned(f(t.ref(), a.ref()), {&t});
 }

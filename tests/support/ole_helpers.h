@@ -3,8 +3,7 @@
 #pragma once
 
 #ifdef _WIN32
-#include <windows.h>
-#include <oleauto.h>
+#include "platform/win32/ole_system.h" // the system's OLE, as the library sees it
 #else
 #include <brindle/ole.h>
 #endif

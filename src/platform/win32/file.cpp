@@ -1,0 +1,207 @@
+// Files on Windows, through the C runtime's descriptors so that error numbers
+// are the runtime's own. Paths are the caller's ANSI bytes and go to the
+// system unchanged. Every descriptor is opened in binary mode: the text mode
+// of the runtime is done portably by TextReader/TextWriter, and a descriptor
+// in the runtime's own text mode would translate a second time.
+#include "platform/file.h"
+#include "platform/ole.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <fcntl.h>
+#include <io.h>
+#include <share.h>
+#include <sys/stat.h>
+
+namespace brindle::platform {
+
+namespace {
+
+// The runtime's errno values are the numbers the library reports; anything
+// unexpected becomes a plain I/O error.
+int runtime_error(int crt_errno) {
+    switch (crt_errno) {
+    case kNoSuchFile:
+    case kBadHandle:
+    case kNoMemory:
+    case kAccessDenied:
+    case kFileExists:
+    case kInvalid:
+    case kTooManyFiles:
+    case kNoSpace:
+        return crt_errno;
+    case kIsDirectory:
+        return kAccessDenied;
+    case ENAMETOOLONG:
+        return kInvalid;
+    default:
+        return kIoError;
+    }
+}
+
+int open_flags(OpenMode mode) {
+    switch (mode) {
+    case OpenMode::Read:
+        return _O_RDONLY;
+    case OpenMode::ReadWrite:
+        return _O_RDWR;
+    case OpenMode::Create:
+        return _O_WRONLY | _O_CREAT | _O_TRUNC;
+    case OpenMode::CreateReadWrite:
+        return _O_RDWR | _O_CREAT | _O_TRUNC;
+    case OpenMode::CreateNew:
+        return _O_RDWR | _O_CREAT | _O_EXCL;
+    case OpenMode::Append:
+        return _O_WRONLY | _O_CREAT | _O_APPEND;
+    }
+    return _O_RDONLY;
+}
+
+// One read or write moves at most this much (the runtime counts in unsigned int).
+constexpr size_t kChunk = size_t{1} << 30;
+
+bool usable(const std::string &path) { return !path.empty() && path.find('\0') == std::string::npos; }
+
+DWORD attributes(std::string_view path) {
+    const std::string native = native_path(path);
+    return usable(native) ? GetFileAttributesA(native.c_str()) : INVALID_FILE_ATTRIBUTES;
+}
+
+} // namespace
+
+std::string native_path(std::string_view path) { return std::string(path); }
+
+File::~File() { close(); }
+
+File::File(File &&other) noexcept : fd_(other.fd_) { other.fd_ = -1; }
+
+File &File::operator=(File &&other) noexcept {
+    if (this != &other) {
+        close();
+        fd_ = other.fd_;
+        other.fd_ = -1;
+    }
+    return *this;
+}
+
+File File::open(std::string_view path, OpenMode mode, int *error) {
+    const std::string native = native_path(path);
+    if (!usable(native)) {
+        if (error)
+            *error = native.empty() ? kNoSuchFile : kInvalid;
+        return File();
+    }
+    int fd = -1;
+    const errno_t rc = _sopen_s(&fd, native.c_str(), open_flags(mode) | _O_BINARY | _O_NOINHERIT, _SH_DENYNO,
+                                _S_IREAD | _S_IWRITE);
+    if (rc != 0 || fd < 0) {
+        if (error)
+            *error = runtime_error(rc != 0 ? rc : errno);
+        return File();
+    }
+    if (error)
+        *error = kNoError;
+    return File(fd);
+}
+
+int64_t File::read(void *buffer, size_t size) noexcept {
+    if (fd_ < 0)
+        return -1;
+    auto *p = static_cast<char *>(buffer);
+    size_t done = 0;
+    while (done < size) {
+        const size_t want = size - done < kChunk ? size - done : kChunk;
+        const int got = ::_read(fd_, p + done, static_cast<unsigned>(want));
+        if (got < 0)
+            return done > 0 ? static_cast<int64_t>(done) : -1;
+        if (got == 0)
+            break;
+        done += static_cast<size_t>(got);
+    }
+    return static_cast<int64_t>(done);
+}
+
+bool File::write(const void *buffer, size_t size) noexcept {
+    if (fd_ < 0)
+        return false;
+    const auto *p = static_cast<const char *>(buffer);
+    size_t done = 0;
+    while (done < size) {
+        const size_t want = size - done < kChunk ? size - done : kChunk;
+        const int put = ::_write(fd_, p + done, static_cast<unsigned>(want));
+        if (put <= 0)
+            return false; // a full disk writes nothing rather than failing on some runtimes
+        done += static_cast<size_t>(put);
+    }
+    return true;
+}
+
+bool File::seek(int64_t offset) noexcept { return fd_ >= 0 && offset >= 0 && ::_lseeki64(fd_, offset, SEEK_SET) == offset; }
+
+int64_t File::tell() const noexcept { return fd_ < 0 ? -1 : ::_telli64(fd_); }
+
+int64_t File::size() const noexcept { return fd_ < 0 ? -1 : ::_filelengthi64(fd_); }
+
+bool File::truncate(int64_t size) noexcept { return fd_ >= 0 && size >= 0 && ::_chsize_s(fd_, size) == 0; }
+
+bool File::flush() noexcept { return fd_ >= 0 && ::_commit(fd_) == 0; }
+
+bool File::close() noexcept {
+    if (fd_ < 0)
+        return true;
+    const int rc = ::_close(fd_);
+    fd_ = -1;
+    return rc == 0;
+}
+
+bool file_exists(std::string_view path) {
+    const DWORD a = attributes(path);
+    return a != INVALID_FILE_ATTRIBUTES && (a & FILE_ATTRIBUTE_DIRECTORY) == 0;
+}
+
+bool directory_exists(std::string_view path) {
+    const DWORD a = attributes(path);
+    return a != INVALID_FILE_ATTRIBUTES && (a & FILE_ATTRIBUTE_DIRECTORY) != 0;
+}
+
+int64_t file_size(std::string_view path) {
+    const std::string native = native_path(path);
+    WIN32_FILE_ATTRIBUTE_DATA data{};
+    if (!usable(native) || !GetFileAttributesExA(native.c_str(), GetFileExInfoStandard, &data) ||
+        (data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0)
+        return -1;
+    return static_cast<int64_t>((static_cast<uint64_t>(data.nFileSizeHigh) << 32) | data.nFileSizeLow);
+}
+
+bool delete_file(std::string_view path) {
+    const std::string native = native_path(path);
+    // DeleteFile refuses a directory by itself.
+    return usable(native) && DeleteFileA(native.c_str()) != 0;
+}
+
+bool delete_if_exists(std::string_view path) {
+    if (!file_exists(path))
+        return !directory_exists(path);
+    return delete_file(path);
+}
+
+bool rename_file(std::string_view from, std::string_view to, int *error) {
+    const std::string a = native_path(from), b = native_path(to);
+    if (!usable(a) || !usable(b)) {
+        if (error)
+            *error = a.empty() || b.empty() ? kNoSuchFile : kInvalid;
+        return false;
+    }
+    // The runtime's rename refuses an existing target (with EACCES), as the
+    // library's rule wants.
+    if (std::rename(a.c_str(), b.c_str()) != 0) {
+        if (error)
+            *error = runtime_error(errno);
+        return false;
+    }
+    if (error)
+        *error = kNoError;
+    return true;
+}
+
+} // namespace brindle::platform
