@@ -91,38 +91,21 @@ bool expand_file(platform::File &source, platform::File &target) {
     return flush_output(target, out);
 }
 
-// The file forms: codes -1 .. -7 in the order of the checks. A target that
-// was created stays, also when the coder fails.
-template <class Coder> int32_t run_file_coder(BSTR *source_ref, BSTR *target_ref, Coder coder) {
-    const std::string_view source = StrArg::by_ref(source_ref).text();
-    const std::string_view target = StrArg::by_ref(target_ref).text();
-    if (const int32_t bad = check_file_names(source, target))
-        return bad;
-    platform::File in = platform::File::open(source, platform::OpenMode::Read);
-    platform::File out = platform::File::open(target, platform::OpenMode::Create);
-    if (!in.is_open())
-        return -4;
-    if (!out.is_open())
-        return -5;
-    bool ok = coder(in, out);
-    in.close();
-    ok = out.close() && ok;
-    if (!ok)
-        return -6;
-    return target_size_result(target);
-}
-
 } // namespace
 
 // Compresses a file into the byte-pair format; the target's size or -1 .. -7.
 BRINDLE_EXPORT(int32_t) cFileCompress(BSTR *SourceFile, BSTR *TargetFile) {
-    return frame::guarded(int32_t{-6}, [&] { return run_file_coder(SourceFile, TargetFile, compress_file); });
+    return frame::guarded(int32_t{-6}, [&] {
+        return run_file_coder(StrArg::by_ref(SourceFile).text(), StrArg::by_ref(TargetFile).text(), compress_file);
+    });
 }
 
 // Expands a byte-pair file; a source without the magic, or with a damaged
 // block, gives -6.
 BRINDLE_EXPORT(int32_t) cFileExpand(BSTR *SourceFile, BSTR *TargetFile) {
-    return frame::guarded(int32_t{-6}, [&] { return run_file_coder(SourceFile, TargetFile, expand_file); });
+    return frame::guarded(int32_t{-6}, [&] {
+        return run_file_coder(StrArg::by_ref(SourceFile).text(), StrArg::by_ref(TargetFile).text(), expand_file);
+    });
 }
 
 // "KOV", the payload length (modulo 65536, high byte first) and the blocks;

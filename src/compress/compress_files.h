@@ -20,6 +20,29 @@ int32_t check_file_names(std::string_view source, std::string_view target);
 // be read. Sizes beyond the Long range give its largest value.
 int32_t target_size_result(std::string_view target);
 
+// Runs a file coder, coder(File &in, File &out) -> bool, from one named file
+// into another. Codes in the order of the checks: -1/-2 empty names, -3 the
+// same file, -4 source not opened (the target is already created, and stays),
+// -5 target not opened, -6 the coder or a close failed, -7 the target's size
+// unreadable; otherwise the target's size. A target that was created stays,
+// also when the coder fails.
+template <class Coder> int32_t run_file_coder(std::string_view source, std::string_view target, Coder coder) {
+    if (const int32_t bad = check_file_names(source, target))
+        return bad;
+    platform::File in = platform::File::open(source, platform::OpenMode::Read);
+    platform::File out = platform::File::open(target, platform::OpenMode::Create);
+    if (!in.is_open())
+        return -4;
+    if (!out.is_open())
+        return -5;
+    bool ok = coder(in, out);
+    in.close();
+    ok = out.close() && ok;
+    if (!ok)
+        return -6;
+    return target_size_result(target);
+}
+
 // Reads a file through a 32 KB buffer. A read error ends the input and sets
 // failed().
 class FileSource final : public ByteSource {

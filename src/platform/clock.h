@@ -25,6 +25,12 @@ struct LocalTime {
 // The local date and time now.
 LocalTime local_now() noexcept;
 
+// A real date and time in 1601..30827, the range the Windows call accepts.
+// Checked before any system call: the clock must never be set to a date the
+// caller did not give (mktime would turn 31 April into 1 May, and SYSTEMTIME
+// holds 16-bit fields, so a year of 67137 would wrap to 1601).
+bool is_settable(const LocalTime &value) noexcept;
+
 // Sets the system's local date and time; false when the system refuses
 // (an unprivileged process), in which case nothing has changed. A value that
 // is not a real date and time (month 13, 30 February, hour 24, a year
