@@ -81,19 +81,6 @@ std::string native_path(std::string_view path) {
     return out;
 }
 
-File::~File() { close(); }
-
-File::File(File &&other) noexcept : fd_(other.fd_) { other.fd_ = -1; }
-
-File &File::operator=(File &&other) noexcept {
-    if (this != &other) {
-        close();
-        fd_ = other.fd_;
-        other.fd_ = -1;
-    }
-    return *this;
-}
-
 File File::open(std::string_view path, OpenMode mode, int *error) {
     const std::string native = native_path(path);
     if (native.empty() || native.find('\0') != std::string::npos) {
@@ -194,12 +181,6 @@ int64_t file_size(std::string_view path) {
 bool delete_file(std::string_view path) {
     const std::string native = native_path(path);
     return !native.empty() && !directory_exists(path) && ::unlink(native.c_str()) == 0;
-}
-
-bool delete_if_exists(std::string_view path) {
-    if (!file_exists(path))
-        return !directory_exists(path);
-    return delete_file(path);
 }
 
 bool rename_file(std::string_view from, std::string_view to, int *error) {

@@ -71,19 +71,6 @@ DWORD attributes(std::string_view path) {
 
 std::string native_path(std::string_view path) { return std::string(path); }
 
-File::~File() { close(); }
-
-File::File(File &&other) noexcept : fd_(other.fd_) { other.fd_ = -1; }
-
-File &File::operator=(File &&other) noexcept {
-    if (this != &other) {
-        close();
-        fd_ = other.fd_;
-        other.fd_ = -1;
-    }
-    return *this;
-}
-
 File File::open(std::string_view path, OpenMode mode, int *error) {
     const std::string native = native_path(path);
     if (!usable(native)) {
@@ -177,12 +164,6 @@ bool delete_file(std::string_view path) {
     const std::string native = native_path(path);
     // DeleteFile refuses a directory by itself.
     return usable(native) && DeleteFileA(native.c_str()) != 0;
-}
-
-bool delete_if_exists(std::string_view path) {
-    if (!file_exists(path))
-        return !directory_exists(path);
-    return delete_file(path);
 }
 
 bool rename_file(std::string_view from, std::string_view to, int *error) {
