@@ -258,163 +258,223 @@ std::string byte_pair_compress(std::string_view data) {
     return out;
 }
 
-BlockStatus byte_pair_expand_block(const uint8_t *in, size_t available, std::string &out, size_t *consumed) {
-    uint8_t left[256], right[256] = {};
-    for (int i = 0; i < 256; ++i)
-        left[i] = static_cast<uint8_t>(i);
-    size_t p = 0;
-    if (p >= available)
-        return BlockStatus::Truncated;
-    int count = in[p++];
-    int c = 0;
-    for (;;) {
-        if (count > 127) {
-            c += count - 127;
-            count = 0;
+namespace {
+
+// The expander. A block's pair table is settled once, before its packed
+// bytes are read: every pair value gets its expanded length and, when that
+// is at most kShort bytes, its expansion as a pattern. Each packed byte is
+// then one bound check and one 16-byte move of its pattern (the bytes past
+// its length are overwritten next or never used), which is what makes the
+// loop fast; longer values are expanded from their halves the first time
+// and copied from that first occurrence afterwards.
+constexpr size_t kShort = 16;
+// The room a block needs at its output: the block and the slack of one move.
+constexpr size_t kExpandRoom = kBytePairBlockSize + kShort;
+
+constexpr uint16_t kUnknown = 0;                      // a pair not settled yet
+constexpr uint16_t kVisiting = UINT16_MAX;            // on the walk settling it
+constexpr uint16_t kTooLong = kBytePairBlockSize + 1; // more than a block, or endless
+constexpr uint16_t kNotYet = UINT16_MAX;              // no first occurrence yet
+
+class BlockExpander {
+  public:
+    // Expands the block at in[0, available) into dst, which has kExpandRoom
+    // bytes; sets *written and *consumed on success.
+    BlockStatus expand(const uint8_t *in, size_t available, char *dst, size_t *written, size_t *consumed) {
+        // Every value stands for itself until the table says otherwise.
+        for (int v = 0; v < 256; ++v) {
+            left_[v] = static_cast<uint8_t>(v);
+            length_[v] = 1;
+            pattern_[v][0] = static_cast<uint8_t>(v);
         }
-        if (c > 256)
-            return BlockStatus::Corrupt;
-        if (c == 256)
-            break;
-        for (int i = 0; i <= count; ++i, ++c) {
-            if (c > 255)
-                return BlockStatus::Corrupt;
-            if (p >= available)
-                return BlockStatus::Truncated;
-            left[c] = in[p++];
-            if (c != left[c]) {
-                if (p >= available)
-                    return BlockStatus::Truncated;
-                right[c] = in[p++];
-            }
-        }
-        if (c == 256)
-            break;
+        size_t p = 0;
+        int pairs = 0;
         if (p >= available)
             return BlockStatus::Truncated;
-        count = in[p++];
-    }
-    if (available - p < 2)
-        return BlockStatus::Truncated;
-    const size_t size = static_cast<size_t>(in[p]) * 256 + in[p + 1];
-    p += 2;
-    if (available - p < size)
-        return BlockStatus::Truncated;
-    const uint8_t *packed = in + p;
-
-    // The expanded length of every value, worked out from the leaves; a value
-    // met again while its own length is being worked out refers to itself.
-    constexpr uint32_t kUnknown = 0, kVisiting = UINT32_MAX;
-    constexpr uint32_t kTooLong = kBytePairBlockSize + 1;
-    uint32_t length[256];
-    for (int v = 0; v < 256; ++v)
-        length[v] = left[v] == v ? 1 : kUnknown;
-    uint8_t stack[2 * 258];
-    auto length_of = [&](uint8_t code) -> bool {
-        if (length[code] != kUnknown)
-            return length[code] != kVisiting;
-        // Iterative post-order walk: every value is on the stack at most once.
-        int depth = 0;
-        stack[depth++] = code;
-        length[code] = kVisiting;
-        while (depth > 0) {
-            const uint8_t v = stack[depth - 1];
-            bool pushed = false;
-            for (const uint8_t child : {left[v], right[v]}) {
-                if (length[child] == kVisiting)
-                    return false;
-                if (length[child] == kUnknown) {
-                    length[child] = kVisiting;
-                    stack[depth++] = child;
-                    pushed = true;
-                    break;
+        int count = in[p++];
+        int c = 0;
+        for (;;) {
+            if (count > 127) {
+                c += count - 127; // a run of values standing for themselves
+                count = 0;
+            }
+            if (c > 256)
+                return BlockStatus::Corrupt;
+            if (c == 256)
+                break;
+            for (int i = 0; i <= count; ++i, ++c) {
+                if (c > 255)
+                    return BlockStatus::Corrupt;
+                if (p >= available)
+                    return BlockStatus::Truncated;
+                left_[c] = in[p++];
+                if (c != left_[c]) {
+                    if (p >= available)
+                        return BlockStatus::Truncated;
+                    right_[c] = in[p++];
+                    length_[c] = kUnknown;
+                    pairs_[pairs++] = static_cast<uint8_t>(c);
                 }
             }
-            if (!pushed) {
-                const uint32_t sum = length[left[v]] + length[right[v]];
-                length[v] = sum > kTooLong ? kTooLong : sum;
+            if (c == 256)
+                break;
+            if (p >= available)
+                return BlockStatus::Truncated;
+            count = in[p++];
+        }
+        if (available - p < 2)
+            return BlockStatus::Truncated;
+        const size_t size = static_cast<size_t>(in[p]) * 256 + in[p + 1];
+        p += 2;
+        if (available - p < size)
+            return BlockStatus::Truncated;
+
+        // The coder hands out pair values from 255 down, so from the highest
+        // pair down both halves are nearly always settled already; any other
+        // order takes the walk.
+        for (int k = pairs - 1; k >= 0; --k) {
+            const uint8_t v = pairs_[k];
+            if (length_[v] != kUnknown)
+                continue; // settled by an earlier walk
+            if (length_[left_[v]] != kUnknown && length_[right_[v]] != kUnknown)
+                settle(v);
+            else
+                walk(v);
+        }
+
+        const uint8_t *packed = in + p;
+        size_t w = 0;
+        for (size_t i = 0; i < size; ++i) {
+            const uint8_t v = packed[i];
+            const size_t len = length_[v];
+            // Also refuses the values that are too long or endless (kTooLong).
+            if (len > kBytePairBlockSize - w)
+                return BlockStatus::Corrupt;
+            if (len <= kShort) {
+                std::memcpy(dst + w, pattern_[v], kShort); // w + 16 <= kExpandRoom
+                w += len;
+            } else {
+                w = expand_long(v, dst, w);
+            }
+        }
+        *written = w;
+        *consumed = p + size;
+        return BlockStatus::Ok;
+    }
+
+  private:
+    // Gives pair v its length from its settled halves, and its pattern when
+    // it is short (the first half is then at most 15 bytes, so both 16-byte
+    // moves stay in the 32-byte row).
+    void settle(uint8_t v) {
+        const uint8_t a = left_[v], b = right_[v];
+        const uint32_t sum = uint32_t{length_[a]} + length_[b];
+        length_[v] = static_cast<uint16_t>(sum > kTooLong ? kTooLong : sum);
+        if (sum <= kShort) {
+            std::memcpy(pattern_[v], pattern_[a], kShort);
+            std::memcpy(pattern_[v] + length_[a], pattern_[b], kShort);
+        } else {
+            first_at_[v] = kNotYet;
+        }
+    }
+
+    // Settles v and the unsettled values below it, children first. A value
+    // met again while it is on the walk refers to itself: everything on the
+    // walk reaches that cycle and never ends, so all of it is kTooLong and
+    // the block is refused only if one of them is used. Each value is on
+    // the walk at most once, so 256 entries suffice.
+    void walk(uint8_t v) {
+        int depth = 0;
+        stack_[depth++] = v;
+        length_[v] = kVisiting;
+        while (depth > 0) {
+            const uint8_t x = stack_[depth - 1];
+            const uint8_t a = left_[x], b = right_[x];
+            if (length_[a] == kUnknown || length_[b] == kUnknown) {
+                const uint8_t next = length_[a] == kUnknown ? a : b;
+                length_[next] = kVisiting;
+                stack_[depth++] = next;
+            } else if (length_[a] == kVisiting || length_[b] == kVisiting) {
+                while (depth > 0)
+                    length_[stack_[--depth]] = kTooLong;
+            } else {
+                settle(x);
                 --depth;
             }
         }
-        return true;
-    };
-    // Expand into a block buffer, refusing more than a block's worth. A value
-    // of at most 16 bytes is copied from its expansion, built once per
-    // block, as one 16-byte move into the slack after the block's end (the
-    // bytes past its length are overwritten next or never used). A longer
-    // value is expanded through a stack the first time and copied from that
-    // first occurrence afterwards.
-    constexpr size_t kShort = 16;
-    char dst[kBytePairBlockSize + kShort];
-    size_t w = 0;
-    uint8_t pattern[256][kShort];
-    bool ready[256] = {};
-    auto build = [&](auto &&self, uint8_t v) -> void {
-        if (ready[v])
-            return;
-        if (left[v] == v) {
-            pattern[v][0] = v;
-        } else {
-            const uint8_t a = left[v], b = right[v];
-            self(self, a);
-            self(self, b);
-            std::memcpy(pattern[v], pattern[a], length[a]);
-            std::memcpy(pattern[v] + length[a], pattern[b], length[b]);
-        }
-        ready[v] = true;
-    };
-    uint32_t first_at[256];
-    std::memset(first_at, 0xFF, sizeof first_at);
-    for (size_t i = 0; i < size; ++i) {
-        const uint8_t v = packed[i];
-        if ((length[v] == kUnknown || length[v] == kVisiting) && !length_of(v))
-            return BlockStatus::Corrupt;
-        const uint32_t len = length[v];
-        if (w + len > kBytePairBlockSize)
-            return BlockStatus::Corrupt;
-        if (len <= kShort) {
-            if (!ready[v])
-                build(build, v); // its halves are shorter still
-            std::memcpy(dst + w, pattern[v], kShort);
-            w += len;
-            continue;
-        }
-        if (first_at[v] != UINT32_MAX) {
-            std::memcpy(dst + w, dst + first_at[v], len); // the source lies wholly before w
-            w += len;
-            continue;
-        }
-        first_at[v] = static_cast<uint32_t>(w);
+    }
+
+    // Writes value v, longer than kShort and known to fit, at dst + w and
+    // returns the new end. A long value seen before in this block is copied
+    // from there (it lies wholly before w: a value never contains itself);
+    // else it is split into its halves, down to patterns.
+    size_t expand_long(uint8_t v, char *dst, size_t w) {
+        // A walk holds at most one pending right half per level of the
+        // value's tree, and the tree is at most 256 levels deep.
         int depth = 0;
-        stack[depth++] = v;
+        stack_[depth++] = v;
         while (depth > 0) {
-            const uint8_t x = stack[--depth];
-            if (left[x] == x) {
-                dst[w++] = static_cast<char>(x);
+            const uint8_t x = stack_[--depth];
+            const size_t len = length_[x];
+            if (len <= kShort) {
+                std::memcpy(dst + w, pattern_[x], kShort);
+                w += len;
+            } else if (first_at_[x] != kNotYet) {
+                std::memcpy(dst + w, dst + first_at_[x], len);
+                w += len;
             } else {
-                // The walk above proved the graph acyclic, so the stack never
-                // holds more than one pending right half per level.
-                stack[depth++] = right[x];
-                stack[depth++] = left[x];
+                first_at_[x] = static_cast<uint16_t>(w);
+                stack_[depth++] = right_[x];
+                stack_[depth++] = left_[x];
             }
         }
+        return w;
     }
-    out.append(dst, w);
-    *consumed = p + size;
-    return BlockStatus::Ok;
+
+    uint8_t left_[256], right_[256];
+    uint16_t length_[256];
+    uint8_t pattern_[256][2 * kShort];
+    uint16_t first_at_[256];
+    uint8_t pairs_[256]; // the pair values in table order
+    uint8_t stack_[2 * 256 + 2];
+};
+
+} // namespace
+
+BlockStatus byte_pair_expand_block(const uint8_t *in, size_t available, std::string &out, size_t *consumed) {
+    // Straight into the caller's string, cut back to what the block gave.
+    const size_t start = out.size();
+    out.resize(start + kExpandRoom);
+    BlockExpander expander;
+    size_t written = 0;
+    const BlockStatus status = expander.expand(in, available, out.data() + start, &written, consumed);
+    out.resize(start + written);
+    return status;
 }
 
 bool byte_pair_expand(std::string_view blocks, std::string &out) {
+    // The string grows in steps of many blocks (zero-filled once, while the
+    // step is still in cache) and is cut back to the bytes written at the end.
+    constexpr size_t kStep = 64 * 1024;
     const auto *p = reinterpret_cast<const uint8_t *>(blocks.data());
     size_t left = blocks.size();
+    size_t end = out.size();
+    BlockExpander expander;
+    bool ok = true;
     while (left > 0) {
-        size_t used = 0;
-        if (byte_pair_expand_block(p, left, out, &used) != BlockStatus::Ok)
-            return false;
+        if (out.size() - end < kExpandRoom)
+            out.resize(end + kStep);
+        size_t written = 0, used = 0;
+        if (expander.expand(p, left, out.data() + end, &written, &used) != BlockStatus::Ok) {
+            ok = false;
+            break;
+        }
+        end += written;
         p += used;
         left -= used;
     }
-    return true;
+    out.resize(end);
+    return ok;
 }
 
 } // namespace brindle::compress
