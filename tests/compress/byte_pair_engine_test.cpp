@@ -6,8 +6,10 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <random>
 #include <string>
+#include <vector>
 
 using namespace brindle::compress;
 using namespace brindle::test;
@@ -195,4 +197,98 @@ TEST(BytePairEngine, DamagedStreamsNeverOverrunOrHang) {
         byte_pair_expand(noise, out);
         EXPECT_LE(out.size(), (noise.size() / 6 + 1) * kBytePairBlockSize);
     }
+}
+
+namespace {
+
+// Expands `packed` by the definition, one half after the other: endless
+// (deeper than 256 levels, so a cycle) or more than a block is refused.
+bool expand_by_definition(const uint8_t (&left)[256], const uint8_t (&right)[256], const std::string &packed,
+                          std::string &out) {
+    auto put = [&](auto &&self, uint8_t v, int depth) -> bool {
+        if (depth > 256 || out.size() > kBytePairBlockSize)
+            return false;
+        if (left[v] == v) {
+            out.push_back(static_cast<char>(v));
+            return true;
+        }
+        return self(self, left[v], depth + 1) && self(self, right[v], depth + 1);
+    };
+    for (const char c : packed)
+        if (!put(put, static_cast<uint8_t>(c), 0))
+            return false;
+    return out.size() <= kBytePairBlockSize;
+}
+
+} // namespace
+
+TEST(BytePairEngine, TablesInAnyOrderExpandByTheirDefinition) {
+    // The coder hands out pair values from 255 down; a hostile or foreign
+    // table may define them in any order, nest them deeply, repeat long
+    // values inside others or close cycles. Every result must match the
+    // definition, and a cycle only matters where it is used.
+    std::mt19937 rng(77);
+    int ok = 0, refused = 0;
+    for (int round = 0; round < 3000; ++round) {
+        uint8_t left[256], right[256] = {};
+        for (int v = 0; v < 256; ++v)
+            left[v] = static_cast<uint8_t>(v);
+        // Pairs defined in a random order, each from literals and pairs
+        // defined before it; now and then a half points anywhere.
+        std::vector<uint8_t> order(256);
+        for (int v = 0; v < 256; ++v)
+            order[static_cast<size_t>(v)] = static_cast<uint8_t>(v);
+        std::shuffle(order.begin(), order.end(), rng);
+        const size_t pairs = 1 + rng() % 120;
+        for (size_t k = 0; k < pairs; ++k) {
+            const uint8_t v = order[k];
+            auto half = [&]() -> uint8_t {
+                if (rng() % 40 == 0)
+                    return static_cast<uint8_t>(rng()); // may close a cycle
+                if (k > 0 && rng() % 3 != 0)
+                    return order[k - 1 - rng() % std::min<size_t>(k, 4)]; // a recent pair: long values
+                return order[pairs + rng() % (256 - pairs)];              // a literal
+            };
+            left[v] = half();
+            if (left[v] == v)
+                left[v] = order[255];
+            right[v] = half();
+        }
+        // Two runs of 128 entries, every value written out.
+        std::string block;
+        for (int c = 0; c < 256; ++c) {
+            if (c % 128 == 0)
+                block += '\x7F';
+            block += static_cast<char>(left[c]);
+            if (left[c] != c)
+                block += static_cast<char>(right[c]);
+        }
+        std::string packed(1 + rng() % 40, '\0');
+        for (char &c : packed)
+            c = static_cast<char>(order[rng() % std::min<size_t>(256, pairs + 8)]);
+        block += static_cast<char>(packed.size() >> 8);
+        block += static_cast<char>(packed.size() & 0xFF);
+        block += packed;
+
+        std::string expected;
+        const bool valid = expand_by_definition(left, right, packed, expected);
+        std::string out = "before";
+        size_t used = 0;
+        const BlockStatus status = byte_pair_expand_block(bytes(block), block.size(), out, &used);
+        ASSERT_EQ(status, valid ? BlockStatus::Ok : BlockStatus::Corrupt) << round;
+        if (valid) {
+            EXPECT_EQ(out, "before" + expected) << round;
+            EXPECT_EQ(used, block.size()) << round;
+            ++ok;
+        } else {
+            EXPECT_EQ(out, "before") << round;
+            ++refused;
+        }
+        // A stream of the block twice, then a cut one, keeps what came before.
+        std::string whole;
+        EXPECT_FALSE(byte_pair_expand(block + block + block.substr(0, block.size() - 1), whole));
+        EXPECT_EQ(whole, valid ? expected + expected : "") << round;
+    }
+    EXPECT_GT(ok, 500);
+    EXPECT_GT(refused, 100);
 }
