@@ -51,6 +51,20 @@ constexpr PositionCum kPositionCum = make_position_cum();
 constexpr uint32_t kPositionTotal = kPositionCum[0];
 static_assert(kPositionTotal < Q1, "products must stay below 2^32");
 
+// The first k in [from, to) with cum[k] <= x, or `to` if there is none, for
+// a cumulative table that falls as k grows.
+template <typename Cum>
+int first_at_or_below(const Cum &cum, int from, int to, uint32_t x) {
+    while (from < to) {
+        const int k = (from + to) / 2;
+        if (cum[k] > x)
+            from = k + 1;
+        else
+            to = k;
+    }
+    return from;
+}
+
 uint64_t load_big_endian(const uint8_t *p) {
     uint64_t v;
     std::memcpy(&v, p, 8);
@@ -177,15 +191,7 @@ class SymbolModel {
         for (int k = 1; k <= 8; ++k)
             if (cum_[k] <= x)
                 return k;
-        int i = 9, j = N_CHAR;
-        while (i < j) {
-            const int k = (i + j) / 2;
-            if (cum_[k] > x)
-                i = k + 1;
-            else
-                j = k;
-        }
-        return i;
+        return first_at_or_below(cum_, 9, N_CHAR, x);
     }
 
     void update(int sym) {
@@ -485,15 +491,7 @@ using PositionTable = std::vector<uint16_t>;
 
 // 0 if x >= cum[1]; otherwise the i with cum[i] > x >= cum[i + 1].
 int search_position(uint32_t x) {
-    int i = 1, j = N;
-    while (i < j) {
-        const int k = (i + j) / 2;
-        if (kPositionCum[k] > x)
-            i = k + 1;
-        else
-            j = k;
-    }
-    return i - 1;
+    return first_at_or_below(kPositionCum, 1, N, x) - 1;
 }
 
 // The answer of search_position for every x below the total, built once:
