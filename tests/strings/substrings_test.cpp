@@ -1,97 +1,72 @@
 // Substrings and positions, through the exported interface.
-#include "support/ole_helpers.h"
-
-#include <string>
+#include "strings/string_calls.h"
 
 using namespace brindle::test;
 
 namespace {
-
-std::string S(std::string_view s) { return std::string(s); }
-
-// Calls a by-reference (text) export and returns the new string's bytes.
-template <class F> std::string call1(F f, std::string_view text) {
-    Bstr t(text);
-    return str(f(t.ref()));
-}
-template <class F> std::string call1n(F f, std::string_view text, int32_t n) {
-    Bstr t(text);
-    return str(f(t.ref(), n));
-}
-template <class F> std::string call2n(F f, std::string_view text, std::string_view sep, int32_t n) {
-    Bstr t(text), s(sep);
-    return str(f(t.ref(), s.ref(), n));
-}
-
+// A view without data stands for a null handle.
+Text handle(std::string_view s) { return s.data() == nullptr ? Text() : Text(s); }
 } // namespace
 
-TEST(Positions, OneCharAndBlockCharFromEitherEnd) {
+TEST(Positions, CharactersBlocksScrollsAndReversal) {
+    using At = BSTR(BRINDLE_CALL *)(BSTR *, int32_t);
     struct Row {
-        std::string (*call)(std::string_view, int32_t);
+        At f;
         std::string_view text;
         int32_t n;
         std::string_view expected;
     };
-    const auto one_l = [](std::string_view t, int32_t n) { return call1n(cOneCharFromLeft, t, n); };
-    const auto one_r = [](std::string_view t, int32_t n) { return call1n(cOneCharFromRight, t, n); };
-    const auto block_l = [](std::string_view t, int32_t n) { return call1n(cBlockCharFromLeft, t, n); };
-    const auto block_r = [](std::string_view t, int32_t n) { return call1n(cBlockCharFromRight, t, n); };
     const Row rows[] = {
-        {one_l, "abcd", 1, "a"},       {one_l, "abcd", 4, "d"},     {one_r, "abcd", 1, "d"},
-        {one_r, "abcd", 4, "a"},       {block_l, "abcd", 1, "abc"}, {block_l, "abcd", 3, "a"},
-        {block_l, "abcd", 4, ""},      {block_r, "abcd", 1, "bcd"}, {block_r, "abcd", 3, "d"},
-        {block_r, "abcd", 4, ""},      {block_l, "abcd", 0, ""},    {block_r, "abcd", -2, ""},
+        {cOneCharFromLeft, "abcd", 1, "a"},      {cOneCharFromLeft, "abcd", 4, "d"},
+        {cOneCharFromRight, "abcd", 1, "d"},     {cOneCharFromRight, "abcd", 4, "a"},
+        {cBlockCharFromLeft, "abcd", 1, "abc"},  {cBlockCharFromLeft, "abcd", 3, "a"},
+        {cBlockCharFromLeft, "abcd", 4, ""},     {cBlockCharFromRight, "abcd", 1, "bcd"},
+        {cBlockCharFromRight, "abcd", 3, "d"},   {cBlockCharFromRight, "abcd", 4, ""},
+        {cBlockCharFromLeft, "abcd", 0, ""},     {cBlockCharFromRight, "abcd", -2, ""},
         // Counted: a zero byte is a character like any other.
-        {one_l, {"a\0c", 3}, 3, "c"}, {one_r, {"a\0c", 3}, 2, {"\0", 1}},
-        {block_r, {"a\0\0d", 4}, 1, {"\0\0d", 3}},
+        {cOneCharFromLeft, {"a\0c", 3}, 3, "c"}, {cOneCharFromRight, {"a\0c", 3}, 2, {"\0", 1}},
+        {cBlockCharFromRight, {"a\0\0d", 4}, 1, {"\0\0d", 3}},
     };
     for (const Row &row : rows)
-        EXPECT_EQ(row.call(row.text, row.n), row.expected) << row.text << " " << row.n;
+        EXPECT_EQ(call(row.f, row.text, row.n).bytes, row.expected) << row.text << " " << row.n;
     for (int32_t n : {0, -1, 5, INT32_MIN, INT32_MAX}) {
-        EXPECT_EQ(one_l("abcd", n), "") << n;
-        EXPECT_EQ(one_r("abcd", n), "") << n;
+        EXPECT_EQ(call(cOneCharFromLeft, "abcd", n).bytes, "") << n;
+        EXPECT_EQ(call(cOneCharFromRight, "abcd", n).bytes, "") << n;
     }
-}
 
-TEST(Positions, ScrollsRotateByOneAndHandBackASingleCharacter) {
-    EXPECT_EQ(call1(cScrollL, "abcd"), "bcda");
-    EXPECT_EQ(call1(cScrollR, "abcd"), "dabc");
-    EXPECT_EQ(call1(cScrollL, "ab"), "ba");
-    EXPECT_EQ(call1(cScrollL, ""), "");
-    EXPECT_EQ(call1(cScrollR, ""), "");
-
+    using Whole = BSTR(BRINDLE_CALL *)(BSTR *);
+    struct WholeRow {
+        Whole f;
+        std::string_view text, expected;
+    };
+    const WholeRow whole[] = {
+        {cScrollL, "abcd", "bcda"}, {cScrollR, "abcd", "dabc"}, {cScrollL, "ab", "ba"}, {cScrollL, "", ""},
+        {cScrollR, "", ""},         {cReverse, "abc", "cba"},   {cReverse, "a", "a"},
+        {cReverse, {"a\0b", 3}, {"b\0a", 3}},
+    };
+    for (const WholeRow &row : whole)
+        EXPECT_EQ(call(row.f, row.text).bytes, row.expected) << row.text;
+    // A single character scrolls to itself: its own handle comes back.
     for (auto f : {cScrollL, cScrollR}) {
-        Bstr one("x");
-        const Returned r = returned(f(one.ref()), {&one});
+        const Returned r = call(f, "x");
         EXPECT_TRUE(r.is_input);
         EXPECT_EQ(r.bytes, "x");
     }
 }
 
-TEST(Positions, ReverseKeepsZeroBytes) {
-    EXPECT_EQ(call1(cReverse, "abc"), "cba");
-    EXPECT_EQ(call1(cReverse, "a"), "a");
-    EXPECT_EQ(call1(cReverse, S(std::string_view("a\0b", 3))), S(std::string_view("b\0a", 3)));
-    Bstr null_handle;
-    const Returned r = returned(cReverse(null_handle.ref()));
-    EXPECT_FALSE(r.is_null);
-    EXPECT_EQ(r.bytes, "");
-}
-
 TEST(Fields, DefaultSeparatorStartsAsBarAndIsReplaceable) {
     // The module starts with "|"; this is the first test to touch it.
-    EXPECT_EQ(call1n(cGet, "a|b|c", 2), "b");
-    EXPECT_EQ(call1n(cGet, "a|b|c", 3), "c");
-    EXPECT_EQ(call1n(cGet, "a|b|c", 4), "");
+    EXPECT_EQ(call(cGet, "a|b|c", 2).bytes, "b");
+    EXPECT_EQ(call(cGet, "a|b|c", 3).bytes, "c");
+    EXPECT_EQ(call(cGet, "a|b|c", 4).bytes, "");
 
-    Bstr empty(""), two(";,"), bar("|");
-    EXPECT_EQ(cSetDefaultSeparator(empty.ref()), 0);
-    EXPECT_EQ(call1n(cGet, "a|b;c", 2), "b;c") << "an empty separator leaves it unchanged";
-    EXPECT_EQ(cSetDefaultSeparator(two.ref()), 2);
-    EXPECT_EQ(call1n(cGet, "a|b;c", 2), "c");
-    EXPECT_EQ(call1n(cGet, "a|b;c,d", 1), "a|b");
-    EXPECT_EQ(cSetDefaultSeparator(bar.ref()), 1);
-    EXPECT_EQ(call1n(cGet, "a|b;c", 2), "b;c");
+    EXPECT_EQ(num(cSetDefaultSeparator, ""), 0);
+    EXPECT_EQ(call(cGet, "a|b;c", 2).bytes, "b;c") << "an empty separator leaves it unchanged";
+    EXPECT_EQ(num(cSetDefaultSeparator, ";,"), 2);
+    EXPECT_EQ(call(cGet, "a|b;c", 2).bytes, "c");
+    EXPECT_EQ(call(cGet, "a|b;c,d", 1).bytes, "a|b");
+    EXPECT_EQ(num(cSetDefaultSeparator, "|"), 1);
+    EXPECT_EQ(call(cGet, "a|b;c", 2).bytes, "b;c");
 }
 
 TEST(Fields, GetInAndGetInRNumberFieldsFromEitherEnd) {
@@ -114,96 +89,70 @@ TEST(Fields, GetInAndGetInRNumberFieldsFromEitherEnd) {
         {true, ",a", ",", 2, ""},        {true, "abc", ",", 1, "abc"},  {true, "a,b", ",", 0, ""},
     };
     for (const Row &row : rows)
-        EXPECT_EQ(call2n(row.from_right ? cGetInR : cGetIn, row.text, row.sep, row.n), row.expected)
+        EXPECT_EQ(call(row.from_right ? cGetInR : cGetIn, row.text, row.sep, row.n).bytes, row.expected)
             << row.text << " " << row.n << (row.from_right ? " right" : " left");
 }
 
-struct SplitRow {
-    const char *text;
-    int32_t flag;
-    const char *expected;
-    bool is_input;
-};
-
-template <class F, size_t N> void check_splits(F split, const char *sep, const SplitRow (&rows)[N]) {
-    for (const SplitRow &row : rows) {
-        Bstr t(row.text), s(sep);
-        const Returned r = returned(split(t.ref(), s.ref(), row.flag), {&t});
-        EXPECT_EQ(r.bytes, row.expected) << row.text << " flag " << row.flag;
-        EXPECT_EQ(r.is_input, row.is_input) << row.text << " flag " << row.flag;
-        EXPECT_FALSE(r.is_null);
+TEST(Fields, GetInPartSplitsAtTheFirstSeparatorAndGetInPartRAtTheLast) {
+    struct Row {
+        bool from_right;
+        const char *text;
+        int32_t flag;
+        const char *expected;
+        bool is_input;
+    } rows[] = {
+        {false, "key=value=x", -1, "key", false}, {false, "key=value=x", 0, "value=x", false},
+        {false, "=value", -1, "", false},         {false, "key=", 0, "", false},
+        {false, "plain", -1, "", false},          {false, "plain", 0, "plain", true},
+        {false, "plain", 1, "plain", true},       {false, "key=value", 1, "value", false},
+        // From the right the missing-separator case hands back the other half.
+        {true, "a=b=file", -1, "file", false},    {true, "a=b=file", 0, "a=b", false},
+        {true, "dir=", -1, "", false},            {true, "=file", 0, "", false},
+        {true, "plain", -1, "plain", true},       {true, "plain", 0, "", false},
+        {true, "plain", 1, "", false},            {true, "a=b", 1, "a", false},
+    };
+    for (const Row &r : rows) {
+        const Returned got = call(r.from_right ? cGetInPartR : cGetInPart, r.text, "=", r.flag);
+        EXPECT_EQ(got.bytes, r.expected) << r.text << " flag " << r.flag;
+        EXPECT_EQ(got.is_input, r.is_input) << r.text << " flag " << r.flag;
     }
-}
-
-TEST(Fields, GetInPartSplitsAtTheFirstSeparator) {
-    const SplitRow rows[] = {
-        {"key=value=x", -1, "key", false}, {"key=value=x", 0, "value=x", false},
-        {"=value", -1, "", false},         {"key=", 0, "", false},
-        {"plain", -1, "", false},          {"plain", 0, "plain", true},
-        {"plain", 1, "plain", true},       {"key=value", 1, "value", false},
-    };
-    check_splits(cGetInPart, "=", rows);
-}
-
-TEST(Fields, GetInPartRSplitsAtTheLastSeparatorAndHandsBackTheOtherCase) {
-    const SplitRow rows[] = {
-        {"a\\b\\file", -1, "file", false}, {"a\\b\\file", 0, "a\\b", false},
-        {"dir\\", -1, "", false},          {"\\file", 0, "", false},
-        {"plain", -1, "plain", true},      {"plain", 0, "", false},
-        {"plain", 1, "", false},           {"a\\b", 1, "a", false},
-    };
-    check_splits(cGetInPartR, "\\", rows);
-    Bstr t("abc"), none;
-    EXPECT_EQ(str(cGetInPart(t.ref(), none.ref(), 0)), "");
-    EXPECT_EQ(str(cGetInPartR(none.ref(), t.ref(), -1)), "");
+    EXPECT_EQ(call(cGetInPart, "abc", null_handle, 0).bytes, "");
+    EXPECT_EQ(call(cGetInPartR, null_handle, "abc", -1).bytes, "");
 }
 
 TEST(Counting, CountCountsTheFirstByteOfChar) {
-    Bstr t(std::string_view("a.b.c\0.", 7)), dot(".x"), zero(std::string_view("\0", 1)), empty;
-    EXPECT_EQ(cCount(t.ref(), dot.ref()), 3);
-    EXPECT_EQ(cCount(t.ref(), zero.ref()), 1);
-    EXPECT_EQ(cCount(t.ref(), empty.ref()), 0);
-    EXPECT_EQ(cCount(empty.ref(), dot.ref()), 0);
+    const std::string text = B("a.b.c\0.", 7);
+    EXPECT_EQ(num(cCount, text, ".x"), 3);
+    EXPECT_EQ(num(cCount, text, B("\0", 1)), 1);
+    EXPECT_EQ(num(cCount, text, null_handle), 0);
+    EXPECT_EQ(num(cCount, null_handle, "."), 0);
 }
 
-TEST(Searching, InStrChecksArgumentsInOrder) {
-    Bstr text("Hello World"), empty(""), world("WORLD"), none;
-    // An empty find returns start whatever it is.
-    EXPECT_EQ(cInStr(0, text.val(), empty.val(), 0), 0);
-    EXPECT_EQ(cInStr(99, text.val(), none.val(), 0), 99);
-    EXPECT_EQ(cInStr(-5, none.val(), empty.val(), 0), -5);
-    // Past the end, then before the start.
-    EXPECT_EQ(cInStr(12, text.val(), world.val(), 0), 0);
-    EXPECT_EQ(cInStr(0, text.val(), world.val(), 0), -1);
-    EXPECT_EQ(cInStr(INT32_MIN, text.val(), world.val(), 0), -1);
-    EXPECT_EQ(cInStr(1, none.val(), world.val(), 0), 0);
-}
-
-TEST(Searching, InStrIsCaseSensitiveOnlyAtMinusOne) {
-    Bstr text("Hello World world"), lower("world"), exact("World");
-    EXPECT_EQ(cInStr(1, text.val(), lower.val(), 0), 7);
-    EXPECT_EQ(cInStr(1, text.val(), lower.val(), 1), 7) << "1 is not true";
-    EXPECT_EQ(cInStr(1, text.val(), lower.val(), -1), 13);
-    EXPECT_EQ(cInStr(8, text.val(), lower.val(), 0), 13);
-    EXPECT_EQ(cInStr(8, text.val(), exact.val(), -1), 0);
-    EXPECT_EQ(cInStr(7, text.val(), exact.val(), -1), 7);
-}
-
-TEST(Searching, InStrReadsZeroTerminated) {
-    Bstr text(std::string_view("abc\0abc", 7)), find("c");
-    EXPECT_EQ(cInStr(4, text.val(), find.val(), 0), 0) << "start 4 is past the zero-terminated length 3";
-    EXPECT_EQ(cInStr(3, text.val(), find.val(), -1), 3);
-    Bstr find_after_zero(std::string_view("c\0x", 3));
-    EXPECT_EQ(cInStr(1, text.val(), find_after_zero.val(), 0), 3);
-}
-
-TEST(Searching, CaseFoldingCoversAsciiLettersOnly) {
-    Bstr text("x\xC9y"), lower("\xE9"), upper("XY");
-    EXPECT_EQ(cInStr(1, text.val(), lower.val(), 0), 0) << "bytes above 127 compare exactly";
-    Bstr brackets("a{b"), find("[");
-    EXPECT_EQ(cInStr(1, brackets.val(), find.val(), 0), 0) << "'[' and '{' are not letters";
-    Bstr xy("axyb");
-    EXPECT_EQ(cInStr(1, xy.val(), upper.val(), 0), 2);
+TEST(Searching, InStr) {
+    struct Row {
+        int32_t start;
+        std::string_view text, find; // no data: a null handle
+        int16_t cs;
+        int32_t expected;
+    } rows[] = {
+        // An empty find returns start whatever it is.
+        {0, "Hello World", "", 0, 0},    {99, "Hello World", {}, 0, 99},   {-5, {}, "", 0, -5},
+        // Past the end, then before the start.
+        {12, "Hello World", "WORLD", 0, 0}, {0, "Hello World", "WORLD", 0, -1},
+        {INT32_MIN, "Hello World", "WORLD", 0, -1}, {1, {}, "WORLD", 0, 0},
+        // Case-sensitive only at -1.
+        {1, "Hello World world", "world", 0, 7},  {1, "Hello World world", "world", 1, 7},
+        {1, "Hello World world", "world", -1, 13}, {8, "Hello World world", "world", 0, 13},
+        {8, "Hello World world", "World", -1, 0}, {7, "Hello World world", "World", -1, 7},
+        // Zero-terminated: start 4 is past the length 3.
+        {4, {"abc\0abc", 7}, "c", 0, 0}, {3, {"abc\0abc", 7}, "c", -1, 3}, {1, {"abc\0abc", 7}, {"c\0x", 3}, 0, 3},
+        // Only ASCII letters fold: not bytes above 127, not "[" and "{".
+        {1, "x\xC9y", "\xE9", 0, 0},     {1, "a{b", "[", 0, 0},           {1, "axyb", "XY", 0, 2},
+    };
+    for (const Row &r : rows) {
+        Text t = handle(r.text), f = handle(r.find);
+        EXPECT_EQ(cInStr(r.start, t, f, r.cs), r.expected) << r.start << " " << r.text << " / " << r.find << " " << r.cs;
+    }
 }
 
 TEST(Extraction, ExtractAndExtractTag) {
@@ -227,17 +176,12 @@ TEST(Extraction, ExtractAndExtractTag) {
         {"<a>", "<", "", 0, "", ""},
     };
     for (const Row &row : rows) {
-        Bstr t(row.text), o(row.open), c(row.close);
-        EXPECT_EQ(str(cExtract(t.val(), o.val(), c.val(), row.flag)), row.extract) << row.text;
-        EXPECT_EQ(str(cExtractTag(t.val(), o.val(), c.val(), row.flag)), row.tag) << row.text;
+        EXPECT_EQ(call(cExtract, row.text, row.open, row.close, row.flag).bytes, row.extract) << row.text;
+        EXPECT_EQ(call(cExtractTag, row.text, row.open, row.close, row.flag).bytes, row.tag) << row.text;
     }
-}
-
-TEST(Extraction, UnclosedExtractRunsToTheCountedEnd) {
-    Bstr t(std::string_view("ab[cd\0ef", 8)), o("["), c("]");
-    EXPECT_EQ(str(cExtract(t.val(), o.val(), c.val(), 0)), S(std::string_view("cd\0ef", 5)));
-    Bstr after_zero(std::string_view("ab\0[x]", 6));
-    EXPECT_EQ(str(cExtract(after_zero.val(), o.val(), c.val(), 0)), "") << "the search stops at the zero";
+    // Unclosed: to the counted end; but the search for the opener stops at a zero.
+    EXPECT_EQ(call(cExtract, B("ab[cd\0ef", 8), "[", "]", 0).bytes, B("cd\0ef", 5));
+    EXPECT_EQ(call(cExtract, B("ab\0[x]", 6), "[", "]", 0).bytes, "");
 }
 
 TEST(Extraction, IsolateWithTwoTags) {
@@ -256,52 +200,34 @@ TEST(Extraction, IsolateWithTwoTags) {
         {"ab", "a", "b", 1, 0, ""},
         {"", "a", "b", -1, 0, ""},
         {"abc", "a", "", -1, 0, ""},
-    };
-    for (const Row &row : rows) {
-        Bstr t(row.text), f(row.first), s(row.second);
-        EXPECT_EQ(str(cExtractIsolate(t.val(), f.val(), s.val(), row.left, row.exact)), row.expected)
-            << row.text << " left " << row.left;
-    }
-}
-
-TEST(Extraction, IsolateFindsTheSecondTagDoubled) {
-    struct Row {
-        const char *text;
-        int16_t left;
-        const char *expected;
-    };
-    const Row rows[] = {
-        // Header lines, a blank line, then the body.
-        {"Subject: x\r\nFrom: y\r\n\r\nbody", 0, "body"},
-        {"Subject: x\r\nFrom: y\r\n\r\nbody", -1, "Subject: x\r\nFrom: y\r"},
+        // No first tag: the second one doubled. Header lines, a blank line,
+        // then the body.
+        {"Subject: x\r\nFrom: y\r\n\r\nbody", "", "\r\n", 0, 0, "body"},
+        {"Subject: x\r\nFrom: y\r\n\r\nbody", "", "\r\n", -1, 0, "Subject: x\r\nFrom: y\r"},
         // The pair at the very start: the loop's first look moves P onto it.
-        {"\r\n\r\nbody", 0, "body"},
-        {"\r\n\r\nbody", -1, "\r"},
+        {"\r\n\r\nbody", "", "\r\n", 0, 0, "body"},
+        {"\r\n\r\nbody", "", "\r\n", -1, 0, "\r"},
         // A single line end exactly one tag length in: the first search
         // already stands at distance 2 from the start, so it counts as the
         // pair and the left part is the first byte.
-        {"ab\r\nrest", 0, "rest"},
-        {"ab\r\nrest", -1, "a"},
-        {"a\r\nb\r\nc", 0, ""},
-        {"no line ends", 0, ""},
+        {"ab\r\nrest", "", "\r\n", 0, 0, "rest"},
+        {"ab\r\nrest", "", "\r\n", -1, 0, "a"},
+        {"a\r\nb\r\nc", "", "\r\n", 0, 0, ""},
+        {"no line ends", "", "\r\n", 0, 0, ""},
     };
-    for (const Row &row : rows) {
-        Bstr t(row.text), none(""), crlf("\r\n");
-        EXPECT_EQ(str(cExtractIsolate(t.val(), none.val(), crlf.val(), row.left, 0)), row.expected)
+    for (const Row &row : rows)
+        EXPECT_EQ(call(cExtractIsolate, row.text, row.first, row.second, row.left, row.exact).bytes, row.expected)
             << row.text << " left " << row.left;
-    }
 }
 
 TEST(NullHandles, BehaveAsEmptyStrings) {
-    Bstr null_text, sep(","), find("a");
-    EXPECT_EQ(call1n(cOneCharFromLeft, "", 1), "");
-    EXPECT_EQ(str(cOneCharFromLeft(null_text.ref(), 1)), "");
-    EXPECT_EQ(str(cScrollL(null_text.ref())), "");
-    EXPECT_EQ(str(cGetIn(null_text.ref(), sep.ref(), 1)), "");
-    EXPECT_EQ(str(cGetInR(sep.ref(), null_text.ref(), 1)), "");
-    EXPECT_EQ(cSetDefaultSeparator(null_text.ref()), 0);
-    EXPECT_EQ(cInStr(1, null_text.val(), find.val(), 0), 0);
-    EXPECT_EQ(str(cExtract(null_text.val(), find.val(), find.val(), 0)), "");
+    EXPECT_EQ(call(cOneCharFromLeft, null_handle, 1).bytes, "");
+    EXPECT_EQ(call(cScrollL, null_handle).bytes, "");
+    EXPECT_EQ(call(cReverse, null_handle).bytes, "");
+    EXPECT_EQ(call(cGetIn, null_handle, ",", 1).bytes, "");
+    EXPECT_EQ(call(cGetInR, ",", null_handle, 1).bytes, "");
+    EXPECT_EQ(num(cSetDefaultSeparator, null_handle), 0);
+    EXPECT_EQ(call(cExtract, null_handle, "a", "a", 0).bytes, "");
     // A null reference (no handle at all) reads as empty too.
     EXPECT_EQ(str(cReverse(nullptr)), "");
     EXPECT_EQ(cCount(nullptr, nullptr), 0);
@@ -311,12 +237,11 @@ TEST(LargeInputs, FiftyMegabytesInLinearTime) {
     std::string big(50u << 20, 'x');
     big[big.size() / 2] = '|';
     big.back() = 'y';
-    Bstr t(big);
+    Bstr t(big), y("Y");
     const Returned rev = returned(cReverse(t.ref()));
     ASSERT_EQ(rev.bytes.size(), big.size());
     EXPECT_EQ(rev.bytes.front(), 'y');
     EXPECT_EQ(str(cGet(t.ref(), 3)), "");
     EXPECT_EQ(returned(cGet(t.ref(), 2)).bytes.size(), big.size() / 2 - 1);
-    Bstr y("Y");
     EXPECT_EQ(cInStr(1, t.val(), y.val(), 0), static_cast<int32_t>(big.size()));
 }
