@@ -7,29 +7,29 @@ TEST(SimplePattern, Table) {
     struct Row {
         std::string text;
         const char *pattern;
+        int16_t cs;
         int32_t result;
     } rows[] = {
-        {"", "", -1},            {"", "*", -1},           {"", "?", 0},               {"a", "", 0},
-        {"abc", "a*", -1},       {"a", "a*", -1},         {"bac", "a*", 0},           {"abc", "*c", -1},
-        {"abc", "*b", 0},        {"x*", "**", -1},        {"*", "**", -1},            {"*x", "**", 0},
-        {"ab", "**", 0},         {"x*y", "**", 0},        {"a*b", "a**b", -1},        {"ab", "a**b", 0},
-        {"abc", "a?c", -1},      {"ac", "a?c", 0},        {"abc", "ab?", -1},         {"ab", "ab?", 0},
-        {"a", "*?", -1},         {"", "*?", 0},           {"abc", "*?", -1},          {"abc", "???", -1},
-        {"abcd", "???", 0},      {"a.txt", "*.txt", -1},  {"a.txt.bak", "*.txt", 0},  {"a.txt", "*.TXT", 0},
-        {"a.b.c", "*.*", -1},    {"abc", "a*?*", -1},     {"ab", "*a*b", -1},         {"aXbXc", "a*b*c", -1},
-        {"aXbXd", "a*b*c", 0},   {"abc", "abc", -1},      {"abcd", "abc", 0},         {"abc", "abcd", 0},
-        {B("ab\0cd", 5), "ab", -1}, // zero-terminated: the text ends at its first zero byte
+        {"", "", -1, -1},          {"", "*", -1, -1},          {"", "?", -1, 0},            {"a", "", -1, 0},
+        {"abc", "a*", -1, -1},     {"a", "a*", -1, -1},        {"bac", "a*", -1, 0},        {"abc", "*c", -1, -1},
+        {"abc", "*b", -1, 0},      {"x*", "**", -1, -1},       {"*", "**", -1, -1},         {"*x", "**", -1, 0},
+        {"ab", "**", -1, 0},       {"x*y", "**", -1, 0},       {"a*b", "a**b", -1, -1},     {"ab", "a**b", -1, 0},
+        {"abc", "a?c", -1, -1},    {"ac", "a?c", -1, 0},       {"abc", "ab?", -1, -1},      {"ab", "ab?", -1, 0},
+        {"a", "*?", -1, -1},       {"", "*?", -1, 0},          {"abc", "*?", -1, -1},       {"abc", "???", -1, -1},
+        {"abcd", "???", -1, 0},    {"a.txt", "*.txt", -1, -1}, {"a.txt.bak", "*.txt", -1, 0}, {"a.txt", "*.TXT", -1, 0},
+        {"a.b.c", "*.*", -1, -1},  {"abc", "a*?*", -1, -1},    {"ab", "*a*b", -1, -1},      {"aXbXc", "a*b*c", -1, -1},
+        {"aXbXd", "a*b*c", -1, 0}, {"abc", "abc", -1, -1},     {"abcd", "abc", -1, 0},      {"abc", "abcd", -1, 0},
+        {B("ab\0cd", 5), "ab", -1, -1}, // zero-terminated: the text ends at its first zero byte
+        // Case ignored unless -1; only letters fold.
+        {"README.TXT", "*.txt", 0, -1}, {"README.TXT", "*.txt", 1, -1}, {"README.TXT", "*.txt", -1, 0},
+        {"readme.txt", "*.txt", -1, -1}, {"[", "{", 0, 0},
     };
-    for (const Row &r : rows)
-        EXPECT_EQ(num(cPatternMatch, r.text, r.pattern), r.result) << r.text << " ~ " << r.pattern;
-}
-
-TEST(SimplePattern, CaseFlag) {
-    EXPECT_EQ(num(cPatternMatchS, "README.TXT", "*.txt", 0), -1);
-    EXPECT_EQ(num(cPatternMatchS, "README.TXT", "*.txt", 1), -1); // only -1 is true
-    EXPECT_EQ(num(cPatternMatchS, "README.TXT", "*.txt", -1), 0);
-    EXPECT_EQ(num(cPatternMatchS, "readme.txt", "*.txt", -1), -1);
-    EXPECT_EQ(num(cPatternMatchS, "[", "{", 0), 0); // only letters fold
+    for (const Row &r : rows) {
+        EXPECT_EQ(num(cPatternMatchS, r.text, r.pattern, r.cs), r.result) << r.text << " ~ " << r.pattern << " " << r.cs;
+        if (r.cs == -1) {
+            EXPECT_EQ(num(cPatternMatch, r.text, r.pattern), r.result) << r.text << " ~ " << r.pattern;
+        }
+    }
 }
 
 TEST(ExtendedPattern, EveryResultCode) {

@@ -5,6 +5,7 @@
 
 #include "support/ole_helpers.h"
 
+#include <initializer_list>
 #include <string>
 #include <string_view>
 #include <type_traits>
@@ -68,6 +69,25 @@ template <class F, class... A> Edited edit(F f, std::string_view text, A &&...re
     const int32_t r = f(t, arg(std::forward<A>(rest))...);
     EXPECT_EQ(t.b.val(), before) << "edited in place, never reallocated";
     return {r, t.b.bytes()};
+}
+
+// Rows of (string result, expected bytes); input_handle expects the first
+// argument's own handle back. A failure names the row by its number.
+inline constexpr std::string_view input_handle{};
+struct BytesRow {
+    Returned got;
+    std::string_view want;
+};
+inline void expect_rows(std::initializer_list<BytesRow> rows) {
+    int k = 0;
+    for (const BytesRow &r : rows) {
+        if (r.want.data() == nullptr) {
+            EXPECT_TRUE(r.got.is_input) << "row " << k << " gave " << r.got.bytes;
+        } else {
+            EXPECT_EQ(r.got.bytes, r.want) << "row " << k;
+        }
+        ++k;
+    }
 }
 
 } // namespace brindle::test

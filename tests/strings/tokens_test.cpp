@@ -154,33 +154,22 @@ TEST(Edit, RemoveAndGetBlocks) {
 }
 
 TEST(Edit, Insert) {
-    EXPECT_EQ(call(cInsertChars, "abc", 0, "XY").bytes, "XYabc");
-    EXPECT_EQ(call(cInsertChars, "abc", 1, "XY").bytes, "aXYbc");
-    EXPECT_EQ(call(cInsertChars, "abc", INT32_MAX, "XY").bytes, "abcXY");
-    EXPECT_TRUE(call(cInsertChars, "abc", -1, "XY").is_input);
-    EXPECT_TRUE(call(cInsertChars, "abc", 1, null_handle).is_input);
-    EXPECT_EQ(call(cInsertChars, null_handle, 1, "XY").bytes, "");
-
-    EXPECT_EQ(call(cInsertByMask, "(###) ###-####", null_handle, "0123456").bytes, "(012) 345-6   ");
-    EXPECT_EQ(call(cInsertByMask, "a*b*c*", "*", "0123456").bytes, "a0b1c2");
-    EXPECT_TRUE(call(cInsertByMask, "(###)", null_handle, null_handle).is_input);
-
-    struct Row {
-        const char *text, *blocks, *result;
-    } rows[] = {
-        {"Dear ~, your ~ is due", "Ann~bill", "Dear Ann, your bill is due"},
-        {"~-~-~", "a~b", "a-b-"}, // blocks used up: placeholders dropped
-        {"~-~-~", "a~~c", "a--c"}, // an empty block
-        {"no marks", "a~b", "no marks"},
-    };
-    for (const Row &r : rows)
-        EXPECT_EQ(call(cInsertBlocks, r.text, r.blocks).bytes, r.result) << r.text;
-    EXPECT_TRUE(call(cInsertBlocks, "a~b", "").is_input);
-    EXPECT_EQ(call(cInsertBlocksExt, "a~b~", "").bytes, "ab");
-    EXPECT_EQ(call(cInsertBlocksExt, "a~b~", "1~2").bytes, "a1b2");
-    EXPECT_EQ(call(cInsertBlocksBy, "x#y#z", "1#2", "#!").bytes, "x1y2z");
-    EXPECT_EQ(call(cInsertBlocksBy, "a~b", "1#2", null_handle).bytes, "a1#2b");
-    EXPECT_TRUE(call(cInsertBlocksBy, "x#y#z", null_handle, "#!").is_input);
+    expect_rows({
+        {call(cInsertChars, "abc", 0, "XY"), "XYabc"},        {call(cInsertChars, "abc", 1, "XY"), "aXYbc"},
+        {call(cInsertChars, "abc", INT32_MAX, "XY"), "abcXY"}, {call(cInsertChars, "abc", -1, "XY"), input_handle},
+        {call(cInsertChars, "abc", 1, null_handle), input_handle}, {call(cInsertChars, null_handle, 1, "XY"), ""},
+        // No mask: "#".
+        {call(cInsertByMask, "(###) ###-####", null_handle, "0123456"), "(012) 345-6   "},
+        {call(cInsertByMask, "a*b*c*", "*", "0123456"), "a0b1c2"},
+        {call(cInsertByMask, "(###)", null_handle, null_handle), input_handle},
+        {call(cInsertBlocks, "Dear ~, your ~ is due", "Ann~bill"), "Dear Ann, your bill is due"},
+        {call(cInsertBlocks, "~-~-~", "a~b"), "a-b-"}, // blocks used up: placeholders dropped
+        {call(cInsertBlocks, "~-~-~", "a~~c"), "a--c"}, // an empty block
+        {call(cInsertBlocks, "no marks", "a~b"), "no marks"}, {call(cInsertBlocks, "a~b", ""), input_handle},
+        {call(cInsertBlocksExt, "a~b~", ""), "ab"},           {call(cInsertBlocksExt, "a~b~", "1~2"), "a1b2"},
+        {call(cInsertBlocksBy, "x#y#z", "1#2", "#!"), "x1y2z"}, {call(cInsertBlocksBy, "a~b", "1#2", null_handle), "a1#2b"},
+        {call(cInsertBlocksBy, "x#y#z", null_handle, "#!"), input_handle},
+    });
 }
 
 TEST(Mix, ShufflesWithTheRuntimeGeneratorSeededBySeconds) {
@@ -225,9 +214,9 @@ TEST(Mix, ShufflesWithTheRuntimeGeneratorSeededBySeconds) {
 
 TEST(Bytewise, AndOrXor) {
     const std::string a = B("\x0F\xF0\xAA", 3), b = B("\xFF\x0F\x55", 3);
-    EXPECT_EQ(call(cStrAND, a, b).bytes, B("\x0F\x00\x00", 3));
-    EXPECT_EQ(call(cStrOR, a, b).bytes, B("\xFF\xFF\xFF", 3));
-    EXPECT_EQ(call(cStrXOR, a, b).bytes, B("\xF0\xFF\xFF", 3));
+    expect_rows({{call(cStrAND, a, b), {"\x0F\x00\x00", 3}},
+                 {call(cStrOR, a, b), "\xFF\xFF\xFF"},
+                 {call(cStrXOR, a, b), "\xF0\xFF\xFF"}});
     for (auto f : {cStrAND, cStrOR, cStrXOR}) {
         EXPECT_EQ(call(f, a, "ab").bytes, "");
         EXPECT_EQ(call(f, null_handle, null_handle).bytes, "");
