@@ -86,17 +86,11 @@ TEST(FillAndSize, InPlaceAndNew) {
 }
 
 TEST(Layout, Align) {
-    struct Row {
-        const char *text;
-        int16_t mode;
-        int32_t width;
-        const char *result;
-    } rows[] = {
-        {"x", 0, 4, "  x "},     {"ab", 0, 5, "  ab "}, {"ab", -1, 5, "   ab"}, {"ab", 1, 5, "ab   "},
-        {"abcdef", 0, 3, "abc"}, {"abc", -7, 3, "abc"}, {"abc", 0, 0, ""},      {"", 0, 5, ""},
-    };
-    for (const Row &r : rows)
-        EXPECT_EQ(call(cAlign, r.text, r.mode, r.width).bytes, r.result) << r.text << " " << r.mode << " " << r.width;
+    expect_rows({
+        {call(cAlign, "x", 0, 4), "  x "},      {call(cAlign, "ab", 0, 5), "  ab "}, {call(cAlign, "ab", -1, 5), "   ab"},
+        {call(cAlign, "ab", 1, 5), "ab   "},    {call(cAlign, "abcdef", 0, 3), "abc"}, {call(cAlign, "abc", -7, 3), "abc"},
+        {call(cAlign, "abc", 0, 0), ""},        {call(cAlign, "", 0, 5), ""},
+    });
 }
 
 TEST(Layout, BlanksTabsAndHex) {

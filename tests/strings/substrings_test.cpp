@@ -9,48 +9,25 @@ Text handle(std::string_view s) { return s.data() == nullptr ? Text() : Text(s);
 } // namespace
 
 TEST(Positions, CharactersBlocksScrollsAndReversal) {
-    using At = BSTR(BRINDLE_CALL *)(BSTR *, int32_t);
-    struct Row {
-        At f;
-        std::string_view text;
-        int32_t n;
-        std::string_view expected;
-    };
-    const Row rows[] = {
-        {cOneCharFromLeft, "abcd", 1, "a"},      {cOneCharFromLeft, "abcd", 4, "d"},
-        {cOneCharFromRight, "abcd", 1, "d"},     {cOneCharFromRight, "abcd", 4, "a"},
-        {cBlockCharFromLeft, "abcd", 1, "abc"},  {cBlockCharFromLeft, "abcd", 3, "a"},
-        {cBlockCharFromLeft, "abcd", 4, ""},     {cBlockCharFromRight, "abcd", 1, "bcd"},
-        {cBlockCharFromRight, "abcd", 3, "d"},   {cBlockCharFromRight, "abcd", 4, ""},
-        {cBlockCharFromLeft, "abcd", 0, ""},     {cBlockCharFromRight, "abcd", -2, ""},
+    expect_rows({
+        {call(cOneCharFromLeft, "abcd", 1), "a"},      {call(cOneCharFromLeft, "abcd", 4), "d"},
+        {call(cOneCharFromRight, "abcd", 1), "d"},     {call(cOneCharFromRight, "abcd", 4), "a"},
+        {call(cBlockCharFromLeft, "abcd", 1), "abc"},  {call(cBlockCharFromLeft, "abcd", 3), "a"},
+        {call(cBlockCharFromLeft, "abcd", 4), ""},     {call(cBlockCharFromRight, "abcd", 1), "bcd"},
+        {call(cBlockCharFromRight, "abcd", 3), "d"},   {call(cBlockCharFromRight, "abcd", 4), ""},
+        {call(cBlockCharFromLeft, "abcd", 0), ""},     {call(cBlockCharFromRight, "abcd", -2), ""},
         // Counted: a zero byte is a character like any other.
-        {cOneCharFromLeft, {"a\0c", 3}, 3, "c"}, {cOneCharFromRight, {"a\0c", 3}, 2, {"\0", 1}},
-        {cBlockCharFromRight, {"a\0\0d", 4}, 1, {"\0\0d", 3}},
-    };
-    for (const Row &row : rows)
-        EXPECT_EQ(call(row.f, row.text, row.n).bytes, row.expected) << row.text << " " << row.n;
+        {call(cOneCharFromLeft, B("a\0c", 3), 3), "c"}, {call(cOneCharFromRight, B("a\0c", 3), 2), {"\0", 1}},
+        {call(cBlockCharFromRight, B("a\0\0d", 4), 1), {"\0\0d", 3}},
+        {call(cScrollL, "abcd"), "bcda"}, {call(cScrollR, "abcd"), "dabc"}, {call(cScrollL, "ab"), "ba"},
+        {call(cScrollL, ""), ""},         {call(cScrollR, ""), ""},
+        // A single character scrolls to itself: its own handle comes back.
+        {call(cScrollL, "x"), input_handle}, {call(cScrollR, "x"), input_handle},
+        {call(cReverse, "abc"), "cba"},   {call(cReverse, "a"), "a"}, {call(cReverse, B("a\0b", 3)), {"b\0a", 3}},
+    });
     for (int32_t n : {0, -1, 5, INT32_MIN, INT32_MAX}) {
         EXPECT_EQ(call(cOneCharFromLeft, "abcd", n).bytes, "") << n;
         EXPECT_EQ(call(cOneCharFromRight, "abcd", n).bytes, "") << n;
-    }
-
-    using Whole = BSTR(BRINDLE_CALL *)(BSTR *);
-    struct WholeRow {
-        Whole f;
-        std::string_view text, expected;
-    };
-    const WholeRow whole[] = {
-        {cScrollL, "abcd", "bcda"}, {cScrollR, "abcd", "dabc"}, {cScrollL, "ab", "ba"}, {cScrollL, "", ""},
-        {cScrollR, "", ""},         {cReverse, "abc", "cba"},   {cReverse, "a", "a"},
-        {cReverse, {"a\0b", 3}, {"b\0a", 3}},
-    };
-    for (const WholeRow &row : whole)
-        EXPECT_EQ(call(row.f, row.text).bytes, row.expected) << row.text;
-    // A single character scrolls to itself: its own handle comes back.
-    for (auto f : {cScrollL, cScrollR}) {
-        const Returned r = call(f, "x");
-        EXPECT_TRUE(r.is_input);
-        EXPECT_EQ(r.bytes, "x");
     }
 }
 

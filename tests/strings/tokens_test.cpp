@@ -41,18 +41,13 @@ TEST(Tokens, OrAndAnd) {
 }
 
 TEST(Tokens, TokenInSplitsAtAnyByte) {
-    struct Row {
-        std::string text, seps;
-        int32_t n;
-        const char *field;
-    } rows[] = {
-        {"a,b;c", ",;", 1, "a"}, {"a,b;c", ",;", 2, "b"}, {"a,b;c", ",;", 3, "c"}, {"a,b;c", ",;", 4, ""},
-        {"a,;c", ",;", 2, ""},   {"a,;c", ",;", 3, "c"},  {",a", ",", 1, ""},       {"a,b;c", ",;", 0, ""},
-        {"a,b;c", "", 1, ""},    {"", ",", 1, ""},        {"abc", ",", 1, "abc"},
-        {B("x\0y", 3), B("\0", 1), 2, "y"}, // counted: zero is a separator like any
-    };
-    for (const Row &r : rows)
-        EXPECT_EQ(call(cTokenIn, r.text, r.seps, r.n).bytes, r.field) << r.text << " " << r.n;
+    expect_rows({
+        {call(cTokenIn, "a,b;c", ",;", 1), "a"}, {call(cTokenIn, "a,b;c", ",;", 2), "b"}, {call(cTokenIn, "a,b;c", ",;", 3), "c"},
+        {call(cTokenIn, "a,b;c", ",;", 4), ""},  {call(cTokenIn, "a,;c", ",;", 2), ""},   {call(cTokenIn, "a,;c", ",;", 3), "c"},
+        {call(cTokenIn, ",a", ",", 1), ""},      {call(cTokenIn, "a,b;c", ",;", 0), ""},  {call(cTokenIn, "a,b;c", "", 1), ""},
+        {call(cTokenIn, "", ",", 1), ""},        {call(cTokenIn, "abc", ",", 1), "abc"},
+        {call(cTokenIn, B("x\0y", 3), B("\0", 1), 2), "y"}, // counted: zero is a separator like any
+    });
 }
 
 TEST(Filters, CharsFirstCharsAndBlocks) {
