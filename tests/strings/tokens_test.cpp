@@ -151,7 +151,8 @@ TEST(Edit, RemoveAndGetBlocks) {
 TEST(Edit, Insert) {
     expect_rows({
         {call(cInsertChars, "abc", 0, "XY"), "XYabc"},        {call(cInsertChars, "abc", 1, "XY"), "aXYbc"},
-        {call(cInsertChars, "abc", INT32_MAX, "XY"), "abcXY"}, {call(cInsertChars, "abc", -1, "XY"), input_handle},
+        {call(cInsertChars, "abc", 3, "XY"), "abcXY"},        {call(cInsertChars, "abc", INT32_MAX, "XY"), "abcXY"},
+        {call(cInsertChars, "abc", -1, "XY"), input_handle},
         {call(cInsertChars, "abc", 1, null_handle), input_handle}, {call(cInsertChars, null_handle, 1, "XY"), ""},
         // No mask: "#".
         {call(cInsertByMask, "(###) ###-####", null_handle, "0123456"), "(012) 345-6   "},
