@@ -335,12 +335,9 @@ TEST_F(RmvDup, InPlaceWithAndWithoutShrinking) {
     EXPECT_EQ(bound(i, 1, false), 4); // the lower bound is kept
     TypedArray<int32_t> l({5, 5, 5, -1});
     EXPECT_EQ(cRmvDupL(l.ref(), 0, none.ref(), 0), 2); // no shrink: the size stays
-    const auto kept = l.values();
-    ASSERT_EQ(kept.size(), 4u);
-    EXPECT_EQ(kept[0], -1);
-    EXPECT_EQ(kept[1], 5);
     EXPECT_EQ(cRmvDupL(l.ref(), 0, none.ref(), 1), 2); // 1 is not True
     EXPECT_EQ(l.size(), 4u);
+    EXPECT_EQ(std::vector<int32_t>(l.data<int32_t>(), l.data<int32_t>() + 2), (std::vector<int32_t>{-1, 5}));
     TypedArray<double> d({0.5, -0.0, 0.0, 0.5, 2.0});
     EXPECT_EQ(cRmvDupD(d.ref(), 0, none.ref(), -1), 4); // units compare as bytes: -0 and 0 differ
     TypedArray<float> f(std::vector<float>{});
