@@ -1,11 +1,13 @@
 // Sorts and de-duplication of the typed-array family through the exported
 // interface: numeric sorts of elements and record slices, records packed in
-// a string, the multi-key sort of record arrays, and cRmvDup.
+// a string, cRmvDup, and the multi-key sort of record arrays.
 #include "support/ole_helpers.h"
 #include "support/typed_array.h"
 #include "support/temp_dir.h"
 
 #include <algorithm>
+#include <array>
+#include <cfloat>
 #include <cmath>
 #include <cstring>
 #include <filesystem>
@@ -13,148 +15,44 @@
 #include <random>
 #include <string>
 #include <tuple>
+#include <utility>
 #include <vector>
 
 using namespace brindle::test;
 
 namespace {
 
+// Integers in [-spread, spread]; floating-point ones scaled by powers of two
+// from 2^-32 to 2^31, so that the radix sort meets every exponent byte.
 template <class T> std::vector<T> random_values(size_t n, int spread, unsigned seed) {
     std::mt19937 rng(seed);
     std::uniform_int_distribution<int> pick(-spread, spread);
     std::vector<T> v(n);
     for (auto &x : v)
-        x = static_cast<T>(pick(rng)) / (std::is_floating_point_v<T> ? T(4) : T(1));
+        x = std::is_floating_point_v<T> ? static_cast<T>(std::ldexp(pick(rng), static_cast<int>(rng() % 64) - 32))
+                                        : static_cast<T>(pick(rng));
+    return v;
+}
+
+template <class T> std::vector<T> sorted(std::vector<T> v) {
+    std::sort(v.begin(), v.end());
     return v;
 }
 
 // Sorts both ways through the exports and compares with std::sort.
-template <class T> void check_numeric_sort(int16_t(BRINDLE_CALL *up)(SAFEARRAY **), int16_t(BRINDLE_CALL *down)(SAFEARRAY **), size_t n, int spread) {
-    const std::vector<T> input = random_values<T>(n, spread, static_cast<unsigned>(n));
-    std::vector<T> expected = input;
-    std::sort(expected.begin(), expected.end());
+template <class T> void check_sort(int16_t(BRINDLE_CALL *up)(SAFEARRAY **), int16_t(BRINDLE_CALL *down)(SAFEARRAY **), const std::vector<T> &input) {
+    std::vector<T> expected = sorted(input);
     TypedArray<T> a(input, -3);
     ASSERT_EQ(up(a.ref()), -1);
-    EXPECT_EQ(a.values(), expected) << n;
+    EXPECT_EQ(a.values(), expected) << input.size();
     std::reverse(expected.begin(), expected.end());
     ASSERT_EQ(down(a.ref()), -1);
-    EXPECT_EQ(a.values(), expected) << n;
+    EXPECT_EQ(a.values(), expected) << input.size();
 }
 
-} // namespace
+using StrSort = int16_t(BRINDLE_CALL *)(BSTR *, int32_t, int32_t);
 
-TEST(NumericSorts, AgreeWithStdSortInEveryTypeAndSize) {
-    // Short arrays take the comparison sort, long ones the radix sort; few
-    // distinct values make long runs of equal keys.
-    for (size_t n : {0u, 1u, 2u, 3u, 17u, 255u, 256u, 5000u}) {
-        check_numeric_sort<int16_t>(cSortI, cReverseSortI, n, 32767);
-        check_numeric_sort<int32_t>(cSortL, cReverseSortL, n, 2000000000);
-        check_numeric_sort<float>(cSortS, cReverseSortS, n, 1000);
-        check_numeric_sort<double>(cSortD, cReverseSortD, n, 1000000);
-        check_numeric_sort<int32_t>(cSortL, cReverseSortL, n, 3);
-    }
-}
-
-TEST(NumericSorts, ExtremesInfinitiesAndSignedZeros) {
-    const double inf = std::numeric_limits<double>::infinity();
-    std::vector<double> d{0.0, inf, -0.0, -inf, 1e-310, -1e-310, std::numeric_limits<double>::max(),
-                          std::numeric_limits<double>::lowest(), 5.0, -5.0};
-    d.resize(600, 2.0); // long enough for the radix sort
-    TypedArray<double> a(d);
-    cSortD(a.ref());
-    const auto v = a.values();
-    EXPECT_TRUE(std::is_sorted(v.begin(), v.end()));
-    EXPECT_EQ(v.front(), -inf);
-    EXPECT_EQ(v.back(), inf);
-    TypedArray<int32_t> l({INT32_MAX, INT32_MIN, 0, -1, 1});
-    cReverseSortL(l.ref());
-    EXPECT_EQ(l.values(), (std::vector<int32_t>{INT32_MAX, 1, 0, -1, INT32_MIN}));
-    TypedArray<int16_t> i({-32768, 32767, -1, 0});
-    cSortI(i.ref());
-    EXPECT_EQ(i.values(), (std::vector<int16_t>{-32768, -1, 0, 32767}));
-}
-
-TEST(NumericSorts, NaNsComparingEqualToEverythingStillGiveAPermutation) {
-    for (size_t n : {20u, 100000u}) {
-        std::vector<double> d = random_values<double>(n, 1000, 7);
-        for (size_t k = 0; k < n; k += 3)
-            d[k] = std::numeric_limits<double>::quiet_NaN();
-        TypedArray<double> a(d);
-        ASSERT_EQ(cSortD(a.ref()), -1);
-        std::vector<double> got = a.values();
-        const auto is_nan = [](double x) { return std::isnan(x); };
-        EXPECT_EQ(std::count_if(got.begin(), got.end(), is_nan), std::count_if(d.begin(), d.end(), is_nan));
-        got.erase(std::remove_if(got.begin(), got.end(), is_nan), got.end());
-        d.erase(std::remove_if(d.begin(), d.end(), is_nan), d.end());
-        std::sort(got.begin(), got.end());
-        std::sort(d.begin(), d.end());
-        EXPECT_EQ(got, d);
-        TypedArray<float> f(std::vector<float>(n, std::numeric_limits<float>::quiet_NaN()));
-        EXPECT_EQ(cReverseSortS(f.ref()), -1);
-    }
-}
-
-TEST(NumericSorts, RecordSlicesOfTwoDimensionalArrays) {
-    // (2, 3): three slices of two Longs, ordered by the first element, then
-    // the second.
-    SafeArray a(VT_I4, {{2, 1}, {3, 1}});
-    const int32_t init[] = {5, 1, 2, 9, 5, 0};
-    std::memcpy(a.data<int32_t>(), init, sizeof init);
-    ASSERT_EQ(cSortL(a.ref()), -1);
-    EXPECT_EQ(std::vector<int32_t>(a.data<int32_t>(), a.data<int32_t>() + 6), (std::vector<int32_t>{2, 9, 5, 0, 5, 1}));
-    ASSERT_EQ(cReverseSortL(a.ref()), -1);
-    EXPECT_EQ(std::vector<int32_t>(a.data<int32_t>(), a.data<int32_t>() + 6), (std::vector<int32_t>{5, 1, 5, 0, 2, 9}));
-
-    // Many slices with ties on the leading elements, against a reference.
-    const size_t width = 3, count = 3000;
-    SafeArray b(VT_R8, {{static_cast<ULONG>(width), 0}, {static_cast<ULONG>(count), 0}});
-    std::vector<std::vector<double>> slices(count);
-    std::mt19937 rng(3);
-    for (size_t s = 0; s < count; ++s) {
-        for (size_t e = 0; e < width; ++e)
-            slices[s].push_back(static_cast<double>(rng() % 4));
-        std::memcpy(b.data<double>() + s * width, slices[s].data(), width * sizeof(double));
-    }
-    ASSERT_EQ(cSortD(b.ref()), -1);
-    std::sort(slices.begin(), slices.end());
-    for (size_t s = 0; s < count; ++s)
-        ASSERT_EQ(std::vector<double>(b.data<double>() + s * width, b.data<double>() + (s + 1) * width), slices[s]) << s;
-}
-
-TEST(NumericSorts, RefusalsAndUnknownCodes) {
-    SafeArray three(VT_I2, {{2, 0}, {2, 0}, {2, 0}});
-    for (int k = 0; k < 8; ++k)
-        three.data<int16_t>()[k] = static_cast<int16_t>(8 - k);
-    EXPECT_EQ(cSortI(three.ref()), 0);
-    EXPECT_EQ(three.data<int16_t>()[0], 8); // untouched
-    SAFEARRAY *null_array = nullptr;
-    EXPECT_EQ(cSortD(&null_array), 0);
-    SafeArray empty(VT_R8, 1, 0);
-    EXPECT_EQ(cSortD(empty.ref()), -1);
-}
-
-TEST(NumericSorts, WiderCodeThanTheElementsStaysInsideTheBlock) {
-    // Seven Integers (14 bytes) sorted as Doubles: one Double fits, the rest
-    // of the block is never touched.
-    TypedArray<int16_t> i({7, 6, 5, 4, 3, 2, 1});
-    EXPECT_EQ(cSortD(i.ref()), -1);
-    EXPECT_EQ(std::vector<int16_t>(i.data<int16_t>() + 4, i.data<int16_t>() + 7), (std::vector<int16_t>{3, 2, 1}));
-    // A 2-D Integer array (3 x 3) sorted as Longs: slices of 12 bytes, of
-    // which one fits in the 18-byte block.
-    SafeArray two(VT_I2, {{3, 0}, {3, 0}});
-    for (int k = 0; k < 9; ++k)
-        two.data<int16_t>()[k] = static_cast<int16_t>(9 - k);
-    EXPECT_EQ(cReverseSortL(two.ref()), -1);
-    EXPECT_EQ(two.data<int16_t>()[8], 1);
-    // Narrower code: Doubles sorted as Integers, four per element.
-    TypedArray<double> d({1.0, -2.0, 3.0});
-    EXPECT_EQ(cSortI(d.ref()), -1);
-}
-
-namespace {
-
-std::string sort_str(int16_t(BRINDLE_CALL *f)(BSTR *, int32_t, int32_t), std::string_view text, int32_t count, int32_t size,
-                     int16_t *result = nullptr) {
+std::string sort_str(StrSort f, std::string_view text, int32_t count, int32_t size, int16_t *result = nullptr) {
     Bstr b(text);
     const int16_t r = f(b.ref(), count, size);
     if (result != nullptr)
@@ -162,185 +60,17 @@ std::string sort_str(int16_t(BRINDLE_CALL *f)(BSTR *, int32_t, int32_t), std::st
     return b.bytes();
 }
 
-} // namespace
-
-TEST(StringRecordSorts, RecordsPackedInAString) {
-    int16_t r = 0;
-    EXPECT_EQ(sort_str(cSortStr, "dogcatAntbee", 4, 3, &r), "Antbeecatdog");
-    EXPECT_EQ(r, -1);
-    EXPECT_EQ(sort_str(cSortStr, "b1a2B0", 3, 2), "a2B0b1"); // case-insensitive: "b0" < "b1"
-    // Records count x size may leave a tail, which stays where it is.
-    EXPECT_EQ(sort_str(cSortStr, "zzaaTAIL", 2, 2), "aazzTAIL");
-    // Refusals leave the buffer alone.
-    for (auto [count, size] : {std::pair{2, 0}, {1, 3}, {0, 3}, {-2, 3}, {2, -3}, {3, 3}, {INT32_MAX, INT32_MAX}}) {
-        EXPECT_EQ(sort_str(cSortStr, "ccbbaaX", count, size, &r), "ccbbaaX") << count << " " << size;
-        EXPECT_EQ(r, 0);
-    }
-    EXPECT_EQ(sort_str(cSortStr, "ccbba", 3, 2, &r), "ccbba"); // one byte short
-    EXPECT_EQ(r, 0);
-    EXPECT_EQ(sort_str(cSortStr, "", 2, 1, &r), "");
-    EXPECT_EQ(r, 0);
-    Bstr null_text;
-    EXPECT_EQ(cSortStr(null_text.ref(), 2, 1), 0);
-}
-
-TEST(StringRecordSorts, ComparisonRunsPastTheRecordButNotPastTheBuffer) {
-    // "a" and "A" are equal as records; what follows each decides.
-    EXPECT_EQ(sort_str(cSortStr, std::string("aA\x01", 3), 2, 1), std::string("Aa\x01", 3));
-    EXPECT_EQ(sort_str(cSortStr, "Aa", 2, 1), "aA"); // the buffer's end counts as the terminator
-    // A zero byte ends the comparison.
-    EXPECT_EQ(sort_str(cSortStr, std::string("b\0a\0", 4), 2, 2), std::string("a\0b\0", 4));
-}
-
-TEST(StringRecordSorts, ReverseSortKeepsOnlyAdjacentCodes) {
-    EXPECT_EQ(sort_str(cReverseSortStr, "ab", 2, 1), "ba");
-    EXPECT_EQ(sort_str(cReverseSortStr, "AB", 2, 1), "BA");
-    EXPECT_EQ(sort_str(cReverseSortStr, "ac", 2, 1), "ac"); // a difference of 2 counts as equal
-}
-
-TEST(StringRecordSorts, OddComparisonsOnLargeInputsTerminateInPlace) {
-    std::mt19937 rng(11);
-    std::string text(200000, 'a');
-    for (auto &c : text)
-        c = static_cast<char>("aAbBcCdD"[rng() % 8]);
-    std::string sorted_bytes = text;
-    std::sort(sorted_bytes.begin(), sorted_bytes.end());
-    for (auto f : {cSortStr, cReverseSortStr}) {
-        for (int32_t size : {4, 7}) {
-            const int32_t count = static_cast<int32_t>(text.size()) / size;
-            int16_t r = 0;
-            std::string out = sort_str(f, text, count, size, &r);
-            EXPECT_EQ(r, -1);
-            std::sort(out.begin(), out.end());
-            EXPECT_EQ(out, sorted_bytes); // a permutation of the records' bytes
-        }
-    }
-}
-
-TEST(StringRecordSorts, LongRunsOfEqualRecordsStayCheap) {
-    // Every comparison here would run to the end of the buffer if done byte
-    // by byte: 200,000 records make that quadratic (hours). Case differences
-    // keep the order meaningful: "a" and "A" sort by what follows them.
-    std::string text(400000, 'a');
-    text[123457] = 'A';
-    text[300001] = 'B';
-    for (auto f : {cSortStr, cReverseSortStr}) {
-        int16_t r = 0;
-        std::string out = sort_str(f, text, 200000, 2, &r);
-        EXPECT_EQ(r, -1);
-        std::string a = out, b = text;
-        std::sort(a.begin(), a.end());
-        std::sort(b.begin(), b.end());
-        EXPECT_EQ(a, b);
-    }
-    // Ascending: the record holding the B goes last; every other record is
-    // "aa" or "aA"/"Aa" and compares by the text behind it.
-    const std::string out = sort_str(cSortStr, text, 200000, 2);
-    EXPECT_EQ(out.substr(out.size() - 2), "aB");
-}
-
-// ---------------------------------------------------------------------------
-// De-duplication
-
-namespace {
-
 class RmvDup : public TempDirTest {};
 
-std::vector<std::string> files_here() {
-    std::vector<std::string> names;
-    for (const auto &e : std::filesystem::directory_iterator("."))
-        names.push_back(e.path().filename().string());
-    return names;
+bool no_files_here() { return std::filesystem::directory_iterator(".") == std::filesystem::directory_iterator(); }
+
+LONG bound(const SafeArray &a, UINT dim, bool upper) {
+    LONG b = 0;
+    (upper ? SafeArrayGetUBound : SafeArrayGetLBound)(a.get(), dim, &b);
+    return b;
 }
 
-} // namespace
-
-TEST_F(RmvDup, InPlaceWithAndWithoutShrinking) {
-    Bstr none;
-    TypedArray<int16_t> i({3, 1, 3, 2, 1}, 4);
-    EXPECT_EQ(cRmvDupI(i.ref(), 0, none.ref(), -1), 3);
-    EXPECT_EQ(i.values(), (std::vector<int16_t>{1, 2, 3}));
-    LONG lower = 0;
-    SafeArrayGetLBound(i.get(), 1, &lower);
-    EXPECT_EQ(lower, 4); // the lower bound is kept
-
-    TypedArray<int32_t> l({5, 5, 5, -1});
-    EXPECT_EQ(cRmvDupL(l.ref(), 0, none.ref(), 0), 2); // no shrink: the size stays
-    ASSERT_EQ(l.size(), 4u);
-    EXPECT_EQ(l.values()[0], -1);
-    EXPECT_EQ(l.values()[1], 5);
-    EXPECT_EQ(cRmvDupL(l.ref(), 0, none.ref(), 1), 2); // 1 is not True
-    EXPECT_EQ(l.size(), 4u);
-
-    TypedArray<double> d({0.5, -0.0, 0.0, 0.5, 2.0});
-    EXPECT_EQ(cRmvDupD(d.ref(), 0, none.ref(), -1), 4); // units compare as bytes: -0 and 0 differ
-    TypedArray<float> f(std::vector<float>{});
-    EXPECT_EQ(cRmvDupS(f.ref(), 0, none.ref(), -1), 0);
-    EXPECT_TRUE(files_here().empty());
-}
-
-TEST_F(RmvDup, ThroughTheScratchFileWhichIsAlwaysRemoved) {
-    Bstr none, named("dups.tmp");
-    std::vector<int32_t> input = random_values<int32_t>(100000, 5000, 1);
-    std::vector<int32_t> expected = input;
-    std::sort(expected.begin(), expected.end());
-    expected.erase(std::unique(expected.begin(), expected.end()), expected.end());
-    for (BSTR *name : {none.ref(), named.ref()}) {
-        TypedArray<int32_t> l(input);
-        EXPECT_EQ(cRmvDupL(l.ref(), -1, name, -1), static_cast<int32_t>(expected.size()));
-        EXPECT_EQ(l.values(), expected);
-        EXPECT_TRUE(files_here().empty());
-    }
-    // An existing file of that name is replaced, then removed.
-    write_file("dups.tmp", "old");
-    TypedArray<int16_t> i({2, 2, 1});
-    EXPECT_EQ(cRmvDupI(i.ref(), -1, named.ref(), 0), 2);
-    EXPECT_EQ(i.values(), (std::vector<int16_t>{1, 2, 2}));
-    EXPECT_TRUE(files_here().empty());
-}
-
-TEST_F(RmvDup, FailuresGiveTheirCodesAndLeaveNoFile) {
-    Bstr bad("no-such-dir\\x.tmp"), named("x.tmp");
-    TypedArray<double> d({1, 1});
-    EXPECT_EQ(cRmvDupD(d.ref(), -1, bad.ref(), -1), -1); // cannot create
-    SafeArray three(VT_R8, {{2, 0}, {2, 0}, {2, 0}});
-    EXPECT_EQ(cRmvDupD(three.ref(), -1, named.ref(), -1), 0); // file made first, removed after
-    EXPECT_EQ(cRmvDupD(three.ref(), 0, named.ref(), -1), 0);
-    EXPECT_TRUE(files_here().empty());
-}
-
-TEST_F(RmvDup, RecordSlicesOfTwoDimensionalArrays) {
-    Bstr none, named("slices.tmp");
-    for (BSTR *name : {none.ref(), named.ref()}) {
-        const int16_t use_file = name == none.ref() ? 0 : -1;
-        SafeArray a(VT_I2, {{2, 0}, {5, 1}});
-        const int16_t init[] = {3, 1, 1, 2, 3, 1, 1, 1, 1, 2};
-        std::memcpy(a.data<int16_t>(), init, sizeof init);
-        EXPECT_EQ(cRmvDupI(a.ref(), use_file, name, -1), 3);
-        LONG lo = 0, hi = 0;
-        SafeArrayGetLBound(a.get(), 2, &lo);
-        SafeArrayGetUBound(a.get(), 2, &hi);
-        EXPECT_EQ(lo, 1);
-        EXPECT_EQ(hi, 3);
-        EXPECT_EQ(std::vector<int16_t>(a.data<int16_t>(), a.data<int16_t>() + 6), (std::vector<int16_t>{1, 1, 1, 2, 3, 1}));
-    }
-    EXPECT_TRUE(files_here().empty());
-}
-
-TEST_F(RmvDup, MismatchedCodeShrinksToWholeElements) {
-    // Six Integers de-duplicated as Longs: three Long units (12 bytes), the
-    // two kept ones are 8 bytes = 4 Integers.
-    Bstr none;
-    TypedArray<int16_t> i({1, 0, 1, 0, 7, 0});
-    EXPECT_EQ(cRmvDupL(i.ref(), 0, none.ref(), -1), 2);
-    EXPECT_EQ(i.values(), (std::vector<int16_t>{1, 0, 7, 0}));
-}
-
-// ---------------------------------------------------------------------------
-// Multi-key sort of record arrays
-
-namespace {
-
+// The descriptor and a record as a VB client lays them out.
 #pragma pack(push, 4)
 struct Keys {
     int32_t RecordSize, CurrentKey;
@@ -361,27 +91,26 @@ struct Rec {
 #pragma pack(pop)
 static_assert(sizeof(Keys) == 88 && sizeof(Rec) == 32);
 
-Keys no_keys() {
+// Keys from (offset, type, order, length) rows, slot by slot; a row of
+// order 0 is an unused slot.
+Keys keys(std::initializer_list<std::tuple<int16_t, int16_t, int16_t, uint16_t>> rows) {
     Keys k;
     std::memset(&k, 0, sizeof k);
     k.RecordSize = -123;
+    int slot = 0;
+    for (auto [offset, type, order, length] : rows) {
+        k.KeyOffset[slot] = offset, k.KeyType[slot] = type, k.KeyOrder[slot] = order, k.KeyLength[slot] = length;
+        ++slot;
+    }
     return k;
-}
-
-void add_key(Keys &k, int slot, int16_t offset, int16_t type, int16_t order, uint16_t length = 0) {
-    k.KeyOffset[slot] = offset;
-    k.KeyType[slot] = type;
-    k.KeyOrder[slot] = order;
-    k.KeyLength[slot] = length;
 }
 
 // An array of records as VB makes one for a user-defined type.
 template <class R> struct Records : SafeArray {
-    explicit Records(const std::vector<R> &rs, LONG lower = 1)
-        : SafeArray(VT_UI1, {{static_cast<ULONG>(rs.size() * sizeof(R)), 0}}) {
+    explicit Records(const std::vector<R> &rs) : SafeArray(VT_UI1, {{static_cast<ULONG>(rs.size() * sizeof(R)), 0}}) {
         get()->cbElements = sizeof(R);
         get()->rgsabound[0].cElements = static_cast<ULONG>(rs.size());
-        get()->rgsabound[0].lLbound = lower;
+        get()->rgsabound[0].lLbound = 1;
         if (!rs.empty())
             std::memcpy(data<R>(), rs.data(), rs.size() * sizeof(R));
     }
@@ -389,21 +118,42 @@ template <class R> struct Records : SafeArray {
         get()->rgsabound[0].cElements *= get()->cbElements;
         get()->cbElements = 1;
     }
-    std::vector<R> values() const {
-        return std::vector<R>(data<R>(), data<R>() + get()->rgsabound[0].cElements);
-    }
+    std::vector<R> values() const { return std::vector<R>(data<R>(), data<R>() + get()->rgsabound[0].cElements); }
 };
 
-int16_t sort_records(SafeArray &a, Keys &k) {
-    return cSortTypedArray(a.ref(), reinterpret_cast<TypedSortDescriptor *>(&k));
+int16_t sort_records(SafeArray &a, Keys &k) { return cSortTypedArray(a.ref(), reinterpret_cast<TypedSortDescriptor *>(&k)); }
+
+// True when the records' ids are 0 .. n-1, each once.
+template <class R> bool every_record_once(const std::vector<R> &rs) {
+    std::vector<char> seen(rs.size());
+    for (const R &r : rs)
+        if (r.id < 0 || static_cast<size_t>(r.id) >= rs.size() || std::exchange(seen[static_cast<size_t>(r.id)], 1))
+            return false;
+    return true;
 }
 
-std::string fold(const char *p, size_t n) {
+// Fails unless the records are in `less` order and each comes once.
+template <class R, class Less> void expect_order(const std::vector<R> &got, Less less) {
+    for (size_t i = 1; i < got.size(); ++i)
+        ASSERT_FALSE(less(got[i], got[i - 1])) << "record " << i;
+    EXPECT_TRUE(every_record_once(got));
+}
+
+// Up to n characters of a zero-padded text field, A-Z folded or not.
+std::string text(const char *p, size_t n, bool folded = false) {
     std::string s(p, strnlen(p, n));
     for (auto &c : s)
-        c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+        c = folded ? static_cast<char>(std::tolower(static_cast<unsigned char>(c))) : c;
     return s;
 }
+
+// A zero-padded text field.
+template <size_t N> void put_text(char (&field)[N], const char *s) {
+    std::memset(field, 0, N);
+    std::memcpy(field, s, std::min(N, std::strlen(s)));
+}
+
+double num(const Rec &r) { return std::strtod(text(r.num, 4).c_str(), nullptr); }
 
 std::vector<Rec> random_records(size_t n, unsigned seed) {
     std::mt19937 rng(seed);
@@ -417,143 +167,11 @@ std::vector<Rec> random_records(size_t n, unsigned seed) {
         r.byte = static_cast<uint8_t>(rng() % 3 * 100);
         r.f = static_cast<float>(rng() % 4) / 2;
         r.d = static_cast<double>(static_cast<int>(rng() % 3) - 1) * 1e300;
-        const char *name = names[rng() % 8];
-        std::memcpy(r.name, name, std::strlen(name)); // blank-free, zero-padded
+        put_text(r.name, names[rng() % 8]);
         std::snprintf(r.num, sizeof r.num, "%d", static_cast<int>(rng() % 21) - 10);
     }
     return rs;
 }
-
-} // namespace
-
-TEST(TypedSort, SeveralKeysOfMixedTypesRefineExactly) {
-    // byte ascending, name case-insensitive over 3 characters descending,
-    // small ascending, d descending, the number text ascending, f ascending.
-    const std::vector<Rec> input = random_records(3000, 5);
-    Keys k = no_keys();
-    add_key(k, 0, 6, 2, 1);
-    add_key(k, 1, 20, 9, -1, 3);
-    add_key(k, 2, 4, 3, 5);
-    add_key(k, 3, 12, 6, -2);
-    add_key(k, 4, 28, 13, 1);
-    add_key(k, 5, 8, 5, 1);
-    Records<Rec> a(input);
-    ASSERT_EQ(sort_records(a, k), -1);
-    EXPECT_EQ(k.RecordSize, 32);
-
-    const auto tuple_of = [](const Rec &r) {
-        return std::make_tuple(r.byte, fold(r.name, 3), r.small, static_cast<double>(r.d), std::atof(std::string(r.num, 4).c_str()), r.f);
-    };
-    std::vector<Rec> expected = input;
-    std::stable_sort(expected.begin(), expected.end(), [&](const Rec &x, const Rec &y) {
-        auto a1 = tuple_of(x), b1 = tuple_of(y);
-        if (std::get<0>(a1) != std::get<0>(b1)) return std::get<0>(a1) < std::get<0>(b1);
-        if (std::get<1>(a1) != std::get<1>(b1)) return std::get<1>(a1) > std::get<1>(b1);
-        if (std::get<2>(a1) != std::get<2>(b1)) return std::get<2>(a1) < std::get<2>(b1);
-        if (std::get<3>(a1) != std::get<3>(b1)) return std::get<3>(a1) > std::get<3>(b1);
-        if (std::get<4>(a1) != std::get<4>(b1)) return std::get<4>(a1) < std::get<4>(b1);
-        return std::get<5>(a1) < std::get<5>(b1);
-    });
-    const std::vector<Rec> got = a.values();
-    ASSERT_EQ(got.size(), expected.size());
-    std::vector<int32_t> ids;
-    for (size_t i = 0; i < got.size(); ++i) {
-        ASSERT_EQ(tuple_of(got[i]), tuple_of(expected[i])) << i;
-        ids.push_back(got[i].id);
-    }
-    std::sort(ids.begin(), ids.end());
-    for (size_t i = 0; i < ids.size(); ++i)
-        ASSERT_EQ(ids[i], static_cast<int32_t>(i)); // every record once
-}
-
-TEST(TypedSort, CaseSensitiveTextToTheZeroByteAndCurrencyReadAsDouble) {
-    std::vector<Rec> rs = random_records(500, 9);
-    Keys k = no_keys();
-    add_key(k, 0, 20, 10, 1); // whole name, byte for byte
-    add_key(k, 1, 12, 7, -1); // the Double field through code 7
-    Records<Rec> a(rs);
-    ASSERT_EQ(sort_records(a, k), -1);
-    const auto got = a.values();
-    for (size_t i = 1; i < got.size(); ++i) {
-        const int c = std::strncmp(got[i - 1].name, got[i].name, 8);
-        ASSERT_LE(c, 0) << i;
-        if (c == 0) {
-            ASSERT_GE(static_cast<double>(got[i - 1].d), static_cast<double>(got[i].d)) << i;
-        }
-    }
-}
-
-TEST(TypedSort, UnusedLeadingKeysAreSkippedAndTheChainEndsAtTheFirstGap) {
-    std::vector<Rec> rs = random_records(200, 2);
-    Keys k = no_keys();
-    add_key(k, 0, 0, 4, 0);   // not used
-    add_key(k, 1, 4, 1, 1);   // small ascending
-    add_key(k, 3, 0, 4, -1);  // after the gap at 2: ignored
-    Records<Rec> a(rs);
-    ASSERT_EQ(sort_records(a, k), -1);
-    const auto got = a.values();
-    for (size_t i = 1; i < got.size(); ++i)
-        ASSERT_LE(got[i - 1].small, got[i].small);
-    // Key 3 would have ordered each run by id descending; check it did not.
-    bool any_ascending_ids = false;
-    for (size_t i = 1; i < got.size(); ++i)
-        any_ascending_ids |= got[i - 1].small == got[i].small && got[i - 1].id < got[i].id;
-    EXPECT_TRUE(any_ascending_ids);
-
-    Keys none = no_keys();
-    Records<Rec> b(rs);
-    EXPECT_EQ(sort_records(b, none), -1);
-    EXPECT_EQ(none.RecordSize, 32);
-    EXPECT_EQ(std::memcmp(b.values().data(), rs.data(), rs.size() * sizeof(Rec)), 0);
-}
-
-TEST(TypedSort, FewerThanTwoRecordsAndSixteenBitCounts) {
-    Keys k = no_keys();
-    add_key(k, 0, 0, 4, 1);
-    Records<Rec> one(random_records(1, 1));
-    EXPECT_EQ(sort_records(one, k), 0);
-    EXPECT_EQ(k.RecordSize, -123); // untouched on refusal
-    // 40000 records: the 16-bit count wraps negative, nothing is sorted.
-    std::vector<Rec> many = random_records(40000, 4);
-    for (auto &r : many)
-        r.id = -r.id;
-    Records<Rec> big(many);
-    EXPECT_EQ(sort_records(big, k), 0);
-    EXPECT_EQ(big.values()[0].id, 0);
-    EXPECT_EQ(big.values()[1].id, -1);
-    SAFEARRAY *null_array = nullptr;
-    EXPECT_EQ(cSortTypedArray(&null_array, reinterpret_cast<TypedSortDescriptor *>(&k)), 0);
-}
-
-TEST(TypedSort, UnknownCodesAndKeysOutsideTheRecordTerminateInPlace) {
-    const std::vector<Rec> input = random_records(30000, 8);
-    for (int16_t type : {0, -9, -10, -13, 15, -15, 99, 4}) {
-        for (int16_t order : {1, -1}) {
-            Keys k = no_keys();
-            // Code 4 at offset 30 would read past the 32-byte record.
-            add_key(k, 0, type == 4 ? 30 : 0, type, order);
-            add_key(k, 1, 4, 3, 1);
-            Records<Rec> a(input);
-            ASSERT_EQ(sort_records(a, k), -1);
-            std::vector<int32_t> ids;
-            for (const Rec &r : a.values())
-                ids.push_back(r.id);
-            std::sort(ids.begin(), ids.end());
-            for (size_t i = 0; i < ids.size(); ++i)
-                ASSERT_EQ(ids[i], static_cast<int32_t>(i)) << type;
-        }
-    }
-    // A text key whose length runs past the record stops at the record's end.
-    Keys k = no_keys();
-    add_key(k, 0, 28, 10, 1, 500);
-    Records<Rec> a(input);
-    EXPECT_EQ(sort_records(a, k), -1);
-    const auto got = a.values();
-    for (size_t i = 1; i < got.size(); ++i)
-        ASSERT_LE(std::strncmp(got[i - 1].num, got[i].num, 4), 0);
-}
-
-namespace {
 
 // Natural alignment, as a 64-bit client lays out a record of Variants.
 struct VRec {
@@ -563,121 +181,372 @@ struct VRec {
     int32_t id;
 };
 
+std::u16string wide(const OLECHAR *p) { return p == nullptr ? u"" : std::u16string(reinterpret_cast<const char16_t *>(p)); }
+double number(const OLECHAR *p) {
+    std::string s;
+    for (char16_t c : wide(p))
+        s += static_cast<char>(c);
+    return std::atof(s.c_str());
+}
+
 } // namespace
 
-TEST(TypedSort, VariantKeysAndWideStringPointers) {
-    // a: Strings in mixed case; b: Longs, Doubles, Dates, or numbers as text.
-    const std::vector<std::u16string> words = {u"pear", u"Pear", u"apple", u"APPLE", u"fig"};
-    std::vector<std::u16string> texts = {u"10", u"9", u"-3.5", u"x", u"007"};
-    std::vector<VRec> rs(400);
-    std::vector<BSTR> owned;
-    const auto bstr = [&](const std::u16string &w) {
-        BSTR s = SysAllocStringLen(reinterpret_cast<const OLECHAR *>(w.data()), static_cast<UINT>(w.size()));
-        owned.push_back(s);
-        return s;
-    };
-    std::mt19937 rng(21);
-    for (size_t i = 0; i < rs.size(); ++i) {
-        VRec &r = rs[i];
-        std::memset(&r, 0, sizeof r);
-        r.id = static_cast<int32_t>(i);
-        V_VT(&r.a) = VT_BSTR;
-        V_BSTR(&r.a) = bstr(words[rng() % words.size()]);
-        switch (i % 4) {
-        case 0: V_VT(&r.b) = VT_I4; V_I4(&r.b) = static_cast<LONG>(rng() % 5); break;
-        case 1: V_VT(&r.b) = VT_R8; V_R8(&r.b) = static_cast<double>(rng() % 10) / 2; break;
-        case 2: V_VT(&r.b) = VT_BSTR; V_BSTR(&r.b) = bstr(texts[rng() % texts.size()]); break;
-        default: V_VT(&r.b) = VT_I4; V_I4(&r.b) = -1; break;
-        }
-        r.text = (rng() % 5 == 0) ? nullptr : bstr(texts[rng() % texts.size()]);
+TEST(NumericSorts, AgreeWithStdSortInEveryTypeAndSize) {
+    // Short arrays take the comparison sort, long ones the radix sort; few
+    // distinct values make long runs of equal keys.
+    for (size_t n : {0u, 1u, 2u, 3u, 17u, 255u, 256u, 5000u}) {
+        const unsigned seed = static_cast<unsigned>(n);
+        check_sort<int16_t>(cSortI, cReverseSortI, random_values<int16_t>(n, 32767, seed));
+        check_sort<int32_t>(cSortL, cReverseSortL, random_values<int32_t>(n, 2000000000, seed));
+        check_sort<float>(cSortS, cReverseSortS, random_values<float>(n, 1000, seed));
+        check_sort<double>(cSortD, cReverseSortD, random_values<double>(n, 1000000, seed));
+        check_sort<int32_t>(cSortL, cReverseSortL, random_values<int32_t>(n, 3, seed));
     }
-    const auto folded = [](const VARIANT &v) {
-        std::u16string s(reinterpret_cast<const char16_t *>(V_BSTR(&v)), SysStringLen(V_BSTR(&v)));
-        for (auto &c : s)
-            if (c >= u'A' && c <= u'Z')
-                c = static_cast<char16_t>(c + 32);
-        return s;
-    };
-    const auto exact = [](const VARIANT &v) {
-        return std::u16string(reinterpret_cast<const char16_t *>(V_BSTR(&v)), SysStringLen(V_BSTR(&v)));
-    };
-    const auto number = [](const VARIANT &v) {
-        if (V_VT(&v) == VT_I4) return static_cast<double>(V_I4(&v));
-        if (V_VT(&v) == VT_R8) return V_R8(&v);
-        std::string s;
-        for (UINT i = 0; i < SysStringLen(V_BSTR(&v)); ++i) s += static_cast<char>(V_BSTR(&v)[i]);
-        return std::atof(s.c_str());
-    };
-    const auto text_number = [](const OLECHAR *p) {
-        std::string s;
-        for (; p != nullptr && *p; ++p) s += static_cast<char>(*p);
-        return std::atof(s.c_str());
-    };
-    constexpr int16_t kA = offsetof(VRec, a), kB = offsetof(VRec, b), kText = offsetof(VRec, text);
+    // Extremes, infinities, denormals and signed zeros (equal), long enough
+    // for the radix sort.
+    const double inf = std::numeric_limits<double>::infinity();
+    std::vector<double> d{0.0, inf, -0.0, -inf, 1e-310, -1e-310, DBL_MAX, -DBL_MAX, 5.0, -5.0};
+    d.resize(600, 2.0);
+    check_sort<double>(cSortD, cReverseSortD, d);
+    check_sort<int16_t>(cSortI, cReverseSortI, {-32768, 32767, -1, 0});
+}
 
+TEST(NumericSorts, NaNsComparingEqualToEverythingStillGiveAPermutation) {
+    const auto without_nans = [](std::vector<double> v) {
+        v.erase(std::remove_if(v.begin(), v.end(), [](double x) { return std::isnan(x); }), v.end());
+        return sorted(v);
+    };
+    for (size_t n : {20u, 100000u}) {
+        std::vector<double> d = random_values<double>(n, 1000, 7);
+        for (size_t k = 0; k < n; k += 3)
+            d[k] = std::numeric_limits<double>::quiet_NaN();
+        TypedArray<double> a(d);
+        ASSERT_EQ(cSortD(a.ref()), -1);
+        const std::vector<double> got = a.values();
+        EXPECT_EQ(std::count_if(got.begin(), got.end(), [](double x) { return std::isnan(x); }), (n + 2) / 3);
+        EXPECT_EQ(without_nans(got), without_nans(d));
+        TypedArray<float> f(std::vector<float>(n, std::numeric_limits<float>::quiet_NaN()));
+        EXPECT_EQ(cReverseSortS(f.ref()), -1);
+    }
+}
+
+TEST(NumericSorts, RecordSlicesOfTwoDimensionalArrays) {
+    // 3000 slices of three Doubles with ties on the leading elements: ordered
+    // by the first element, then the second, ...
+    const std::vector<int32_t> v = random_values<int32_t>(3 * 3000, 1, 3);
+    SafeArray b(VT_R8, {{3, 1}, {3000, 0}});
+    std::copy(v.begin(), v.end(), b.data<double>());
+    std::vector<std::array<double, 3>> slices(3000);
+    static_assert(sizeof slices[0] == 3 * sizeof(double));
+    std::memcpy(slices.data(), b.data<double>(), v.size() * sizeof(double));
+    std::sort(slices.begin(), slices.end());
+    for (auto *f : {cSortD, cReverseSortD}) {
+        ASSERT_EQ(f(b.ref()), -1);
+        EXPECT_EQ(std::memcmp(b.data<double>(), slices.data(), v.size() * sizeof(double)), 0);
+        std::reverse(slices.begin(), slices.end());
+    }
+}
+
+TEST(NumericSorts, RefusalsAndCodesThatDisagreeWithTheElements) {
+    SafeArray three(VT_I2, {{2, 0}, {2, 0}, {2, 0}});
+    for (int k = 0; k < 8; ++k)
+        three.data<int16_t>()[k] = static_cast<int16_t>(8 - k);
+    EXPECT_EQ(cSortI(three.ref()), 0);
+    EXPECT_EQ(three.data<int16_t>()[0], 8); // untouched
+    SAFEARRAY *null_array = nullptr;
+    EXPECT_EQ(cSortD(&null_array), 0);
+    SafeArray empty(VT_R8, 1, 0);
+    EXPECT_EQ(cSortD(empty.ref()), -1);
+    // Seven Integers (14 bytes) sorted as Doubles: one Double fits, the rest
+    // of the block is never touched.
+    TypedArray<int16_t> i({7, 6, 5, 4, 3, 2, 1});
+    EXPECT_EQ(cSortD(i.ref()), -1);
+    EXPECT_EQ(std::vector<int16_t>(i.data<int16_t>() + 4, i.data<int16_t>() + 7), (std::vector<int16_t>{3, 2, 1}));
+    // A 3 x 3 Integer array sorted as Longs: slices of 12 bytes, of which one
+    // fits in the 18-byte block.
+    SafeArray two(VT_I2, {{3, 0}, {3, 0}});
+    for (int k = 0; k < 9; ++k)
+        two.data<int16_t>()[k] = static_cast<int16_t>(9 - k);
+    EXPECT_EQ(cReverseSortL(two.ref()), -1);
+    EXPECT_EQ(two.data<int16_t>()[8], 1);
+    TypedArray<double> d({1.0, -2.0, 3.0}); // narrower: four Integers each
+    EXPECT_EQ(cSortI(d.ref()), -1);
+}
+
+TEST(StringRecordSorts, RecordsPackedInAString) {
+    int16_t r = 0;
+    EXPECT_EQ(sort_str(cSortStr, "dogcatAntbee", 4, 3, &r), "Antbeecatdog");
+    EXPECT_EQ(r, -1);
+    EXPECT_EQ(sort_str(cSortStr, "b1a2B0", 3, 2), "a2B0b1"); // case-insensitive: "b0" < "b1"
+    EXPECT_EQ(sort_str(cSortStr, "zzaaTAIL", 2, 2), "aazzTAIL"); // a tail past the records stays
+    // Refusals leave the buffer alone; "ccbba" is one byte short.
+    for (auto [text, count, size] : {std::tuple{"ccbbaaX", 2, 0}, {"ccbbaaX", 1, 3}, {"ccbbaaX", 0, 3}, {"ccbbaaX", -2, 3},
+                                      {"ccbbaaX", 2, -3}, {"ccbbaaX", 3, 3}, {"ccbbaaX", INT32_MAX, INT32_MAX}, {"ccbba", 3, 2}, {"", 2, 1}}) {
+        EXPECT_EQ(sort_str(cSortStr, text, count, size, &r), text) << count << " " << size;
+        EXPECT_EQ(r, 0);
+    }
+    Bstr null_text;
+    EXPECT_EQ(cSortStr(null_text.ref(), 2, 1), 0);
+}
+
+TEST(StringRecordSorts, ComparisonRunsPastTheRecordAndReverseKeepsOnlyAdjacentCodes) {
+    // "a" and "A" are equal as records; what follows each decides.
+    EXPECT_EQ(sort_str(cSortStr, std::string("aA\x01", 3), 2, 1), std::string("Aa\x01", 3));
+    EXPECT_EQ(sort_str(cSortStr, "Aa", 2, 1), "aA"); // the buffer's end counts as the terminator
+    EXPECT_EQ(sort_str(cSortStr, std::string("b\0a\0", 4), 2, 2), std::string("a\0b\0", 4)); // a zero byte ends it
+    EXPECT_EQ(sort_str(cReverseSortStr, "ab", 2, 1), "ba");
+    EXPECT_EQ(sort_str(cReverseSortStr, "AB", 2, 1), "BA");
+    EXPECT_EQ(sort_str(cReverseSortStr, "ac", 2, 1), "ac"); // a difference of 2 counts as equal
+}
+
+TEST(StringRecordSorts, LargeInputsWithOddComparisonsOrLongEqualRunsTerminateInPlace) {
+    // Random case pairs make comparisons that are no ordering; 200,000
+    // records of "aa" would make a byte-by-byte comparison run to the end of
+    // the buffer every time (quadratic: hours).
+    std::mt19937 rng(11);
+    std::string mixed(200000, 'a'), runs(400000, 'a');
+    for (auto &c : mixed)
+        c = "aAbBcCdD"[rng() % 8];
+    runs[123457] = 'A';
+    runs[300001] = 'B';
+    for (auto f : {cSortStr, cReverseSortStr}) {
+        for (auto [text, size] : {std::pair{&mixed, 4}, {&mixed, 7}, {&runs, 2}}) {
+            int16_t r = 0;
+            const std::string out = sort_str(f, *text, static_cast<int32_t>(text->size()) / size, size, &r);
+            EXPECT_EQ(r, -1);
+            EXPECT_EQ(sorted(std::vector<char>(out.begin(), out.end())), sorted(std::vector<char>(text->begin(), text->end())));
+        }
+    }
+    // Ascending, the record holding the B goes last.
+    const std::string out = sort_str(cSortStr, runs, 200000, 2);
+    EXPECT_EQ(out.substr(out.size() - 2), "aB");
+}
+
+TEST_F(RmvDup, InPlaceWithAndWithoutShrinking) {
+    Bstr none;
+    TypedArray<int16_t> i({3, 1, 3, 2, 1}, 4);
+    EXPECT_EQ(cRmvDupI(i.ref(), 0, none.ref(), -1), 3);
+    EXPECT_EQ(i.values(), (std::vector<int16_t>{1, 2, 3}));
+    EXPECT_EQ(bound(i, 1, false), 4); // the lower bound is kept
+    TypedArray<int32_t> l({5, 5, 5, -1});
+    EXPECT_EQ(cRmvDupL(l.ref(), 0, none.ref(), 0), 2); // no shrink: the size stays
+    EXPECT_EQ(cRmvDupL(l.ref(), 0, none.ref(), 1), 2); // 1 is not True
+    EXPECT_EQ(l.size(), 4u);
+    EXPECT_EQ(std::vector<int32_t>(l.data<int32_t>(), l.data<int32_t>() + 2), (std::vector<int32_t>{-1, 5}));
+    TypedArray<double> d({0.5, -0.0, 0.0, 0.5, 2.0});
+    EXPECT_EQ(cRmvDupD(d.ref(), 0, none.ref(), -1), 4); // units compare as bytes: -0 and 0 differ
+    TypedArray<float> f(std::vector<float>{});
+    EXPECT_EQ(cRmvDupS(f.ref(), 0, none.ref(), -1), 0);
+    // Six Integers de-duplicated as Longs: three Long units, the two kept
+    // are 8 bytes = 4 Integers.
+    TypedArray<int16_t> as_longs({1, 0, 1, 0, 7, 0});
+    EXPECT_EQ(cRmvDupL(as_longs.ref(), 0, none.ref(), -1), 2);
+    EXPECT_EQ(as_longs.values(), (std::vector<int16_t>{1, 0, 7, 0}));
+    EXPECT_TRUE(no_files_here());
+}
+
+TEST_F(RmvDup, ThroughTheScratchFileWhichIsAlwaysRemoved) {
+    Bstr none, named("dups.tmp");
+    const std::vector<int32_t> input = random_values<int32_t>(100000, 5000, 1);
+    std::vector<int32_t> expected = sorted(input);
+    expected.erase(std::unique(expected.begin(), expected.end()), expected.end());
+    for (BSTR *name : {none.ref(), named.ref()}) {
+        TypedArray<int32_t> l(input);
+        EXPECT_EQ(cRmvDupL(l.ref(), -1, name, -1), static_cast<int32_t>(expected.size()));
+        EXPECT_EQ(l.values(), expected);
+        EXPECT_TRUE(no_files_here());
+    }
+    // An existing file of that name is replaced, then removed.
+    write_file("dups.tmp", "old");
+    TypedArray<int16_t> i({2, 2, 1});
+    EXPECT_EQ(cRmvDupI(i.ref(), -1, named.ref(), 0), 2);
+    EXPECT_EQ(i.values(), (std::vector<int16_t>{1, 2, 2}));
+    EXPECT_TRUE(no_files_here());
+}
+
+TEST_F(RmvDup, FailuresGiveTheirCodesAndLeaveNoFile) {
+    Bstr bad("no-such-dir\\x.tmp"), named("x.tmp");
+    TypedArray<double> d({1, 1});
+    EXPECT_EQ(cRmvDupD(d.ref(), -1, bad.ref(), -1), -1); // cannot create
+    SafeArray three(VT_R8, {{2, 0}, {2, 0}, {2, 0}});
+    EXPECT_EQ(cRmvDupD(three.ref(), -1, named.ref(), -1), 0); // file made first, removed after
+    EXPECT_EQ(cRmvDupD(three.ref(), 0, named.ref(), -1), 0);
+    EXPECT_TRUE(no_files_here());
+}
+
+TEST_F(RmvDup, RecordSlicesOfTwoDimensionalArrays) {
+    Bstr none, named("slices.tmp");
+    for (int16_t use_file : {0, -1}) {
+        SafeArray a(VT_I2, {{2, 0}, {5, 1}});
+        const int16_t init[] = {3, 1, 1, 2, 3, 1, 1, 1, 1, 2};
+        std::memcpy(a.data<int16_t>(), init, sizeof init);
+        EXPECT_EQ(cRmvDupI(a.ref(), use_file, use_file ? named.ref() : none.ref(), -1), 3);
+        EXPECT_EQ(bound(a, 2, false), 1);
+        EXPECT_EQ(bound(a, 2, true), 3);
+        EXPECT_EQ(std::vector<int16_t>(a.data<int16_t>(), a.data<int16_t>() + 6), (std::vector<int16_t>{1, 1, 1, 2, 3, 1}));
+    }
+    EXPECT_TRUE(no_files_here());
+}
+
+TEST(TypedSort, SeveralKeysOfMixedTypesRefineExactly) {
+    // small ascending, byte ascending, d descending, f ascending (sorted
+    // together by the radix path), then name case-insensitive over 3
+    // characters descending and the number text ascending.
+    const std::vector<Rec> input = random_records(3000, 5);
+    Keys k = keys({{4, 3, 5, 0}, {6, 2, 1, 0}, {12, 6, -2, 0}, {8, 5, 1, 0}, {20, 9, -1, 3}, {28, 13, 1, 0}});
+    Records<Rec> a(input);
+    ASSERT_EQ(sort_records(a, k), -1);
+    EXPECT_EQ(k.RecordSize, 32);
+    // Descending keys swap x and y; d is copied out (the packed field is misaligned).
+    expect_order(a.values(), [&](const Rec &x, const Rec &y) {
+        return std::make_tuple(x.small, x.byte, double{y.d}, x.f, text(y.name, 3, true), num(x)) <
+               std::make_tuple(y.small, y.byte, double{x.d}, y.f, text(x.name, 3, true), num(y));
+    });
+}
+
+TEST(TypedSort, NumbersInTextWithSignedZerosAndNaNs) {
+    // 3000 records take the radix path, on which "-0" and "0" are equal (the
+    // next key decides); a NaN sends the key back to the comparison sort,
+    // which promises no order around it but keeps every record.
+    const char *texts[] = {"-0", "0", "1.5", "-2", "10", "abc", " 3"};
+    for (bool with_nan : {false, true}) {
+        std::vector<Rec> rs = random_records(3000, 6);
+        for (size_t i = 0; i < rs.size(); ++i)
+            put_text(rs[i].num, i == 1234 && with_nan ? "nan" : texts[i * 7919 % 7]);
+        Keys k = keys({{28, 13, 1, 4}, {4, 3, -1, 0}});
+        Records<Rec> a(rs);
+        ASSERT_EQ(sort_records(a, k), -1);
+        expect_order(a.values(), [&](const Rec &x, const Rec &y) {
+            return !with_nan && std::make_tuple(num(x), y.small) < std::make_tuple(num(y), x.small);
+        });
+    }
+}
+
+TEST(TypedSort, CaseSensitiveTextToTheZeroByteAndCurrencyReadAsDouble) {
+    Keys k = keys({{20, 10, 1, 0}, {12, 7, -1, 0}}); // whole name byte for byte, then the Double field as code 7
+    Records<Rec> a(random_records(500, 9));
+    ASSERT_EQ(sort_records(a, k), -1);
+    expect_order(a.values(), [](const Rec &x, const Rec &y) {
+        return std::make_tuple(text(x.name, 8), double{y.d}) < std::make_tuple(text(y.name, 8), double{x.d});
+    });
+}
+
+TEST(TypedSort, UnusedLeadingKeysAreSkippedAndTheChainEndsAtTheFirstGap) {
+    const std::vector<Rec> rs = random_records(200, 2);
+    // Slot 0 unused, slot 1 small ascending, slot 3 (after the gap) ignored:
+    // it would order each run by id descending.
+    Keys k = keys({{0, 4, 0, 0}, {4, 1, 1, 0}, {0, 0, 0, 0}, {0, 4, -1, 0}});
+    Records<Rec> a(rs);
+    ASSERT_EQ(sort_records(a, k), -1);
+    const auto got = a.values();
+    bool any_ascending_ids = false;
+    for (size_t i = 1; i < got.size(); ++i) {
+        ASSERT_LE(got[i - 1].small, got[i].small);
+        any_ascending_ids |= got[i - 1].small == got[i].small && got[i - 1].id < got[i].id;
+    }
+    EXPECT_TRUE(any_ascending_ids);
+    Keys none = keys({});
+    Records<Rec> b(rs);
+    EXPECT_EQ(sort_records(b, none), -1);
+    EXPECT_EQ(none.RecordSize, 32);
+    EXPECT_EQ(std::memcmp(b.values().data(), rs.data(), rs.size() * sizeof(Rec)), 0);
+}
+
+TEST(TypedSort, FewerThanTwoRecordsAndSixteenBitCounts) {
+    Keys k = keys({{0, 4, 1, 0}});
+    Records<Rec> one(random_records(1, 1));
+    EXPECT_EQ(sort_records(one, k), 0);
+    EXPECT_EQ(k.RecordSize, -123); // untouched on refusal
+    // 40000 records: the 16-bit count wraps negative, nothing is sorted.
+    std::vector<Rec> many = random_records(40000, 4);
+    for (auto &r : many)
+        r.id = -r.id;
+    Records<Rec> big(many);
+    EXPECT_EQ(sort_records(big, k), 0);
+    EXPECT_EQ(big.values()[1].id, -1);
+    SAFEARRAY *null_array = nullptr;
+    EXPECT_EQ(cSortTypedArray(&null_array, reinterpret_cast<TypedSortDescriptor *>(&k)), 0);
+}
+
+TEST(TypedSort, UnknownCodesAndKeysOutsideTheRecordTerminateInPlace) {
+    const std::vector<Rec> input = random_records(30000, 8);
+    for (int16_t type : {0, -9, -10, -13, 15, -15, 99, 4}) {
+        for (int16_t order : {1, -1}) {
+            // Code 4 at offset 30 would read past the 32-byte record.
+            Keys k = keys({{static_cast<int16_t>(type == 4 ? 30 : 0), type, order, 0}, {4, 3, 1, 0}});
+            Records<Rec> a(input);
+            ASSERT_EQ(sort_records(a, k), -1);
+            ASSERT_TRUE(every_record_once(a.values())) << type << " " << order;
+        }
+    }
+    // A text key whose length runs past the record stops at the record's end.
+    Keys k = keys({{28, 10, 1, 500}});
+    Records<Rec> a(input);
+    EXPECT_EQ(sort_records(a, k), -1);
+    expect_order(a.values(), [](const Rec &x, const Rec &y) { return text(x.num, 4) < text(y.num, 4); });
+}
+
+TEST(TypedSort, VariantKeysAndWideStringPointers) {
+    // a: Strings in mixed case, by -11 (folded) or -12 (exact). b: the kinds
+    // of Variant each numeric code is given (Longs, Doubles, numbers as text,
+    // Dates), compared as the code's type; text "x" converts to nothing and
+    // counts as 0. Then the text pointers: null first, then by number (14),
+    // then descending as text (12).
+    enum Kind { L, R, T, D };
     struct Case {
         int16_t key_a, key_b, order_b;
+        std::vector<Kind> kinds;
     };
-    for (Case c : {Case{-11, -6, 1}, Case{-12, -14, -1}, Case{-11, -4, -1}, Case{-12, -8, 1}}) {
-        // Only numeric Variants for -4 and -8 (the Longs and Doubles kinds).
-        std::vector<VRec> input = rs;
-        // -4 on Longs and Doubles (rounded by the conversion), -8 on Dates.
-        if (c.key_b == -4 || c.key_b == -8)
-            for (auto &r : input) {
-                if (V_VT(&r.b) == VT_BSTR) {
-                    V_VT(&r.b) = VT_I4;
-                    V_I4(&r.b) = 3;
-                }
-                // Dates for -8, with every other Long left to be converted.
-                if (c.key_b == -8 && (V_VT(&r.b) == VT_R8 || r.id % 8 == 0)) {
-                    const double day = 45000.25 * (V_VT(&r.b) == VT_I4 ? V_I4(&r.b) : V_R8(&r.b));
-                    V_VT(&r.b) = VT_DATE;
-                    V_DATE(&r.b) = day;
-                }
+    const std::u16string words[] = {u"pear", u"Pear", u"apple", u"APPLE", u"fig"};
+    const std::u16string texts[] = {u"10", u"9", u"-3.5", u"x", u"007"};
+    std::vector<BSTR> owned;
+    const auto bstr = [&](const std::u16string &w) {
+        owned.push_back(SysAllocStringLen(reinterpret_cast<const OLECHAR *>(w.data()), static_cast<UINT>(w.size())));
+        return owned.back();
+    };
+    for (const Case &c : {Case{-11, -6, 1, {L, R, T}}, Case{-12, -14, -1, {L, T}}, Case{-11, -4, -1, {L, R}}, Case{-12, -8, 1, {L, D}}}) {
+        std::mt19937 rng(21);
+        std::vector<VRec> rs(400);
+        for (size_t i = 0; i < rs.size(); ++i) {
+            VRec &r = rs[i];
+            std::memset(&r, 0, sizeof r);
+            r.id = static_cast<int32_t>(i);
+            V_VT(&r.a) = VT_BSTR;
+            V_BSTR(&r.a) = bstr(words[rng() % 5]);
+            switch (c.kinds[rng() % c.kinds.size()]) {
+            case L: V_VT(&r.b) = VT_I4; V_I4(&r.b) = static_cast<LONG>(rng() % 6) - 1; break;
+            case R: V_VT(&r.b) = VT_R8; V_R8(&r.b) = static_cast<double>(rng() % 10) / 2; break;
+            case T: V_VT(&r.b) = VT_BSTR; V_BSTR(&r.b) = bstr(texts[rng() % 5]); break;
+            case D: V_VT(&r.b) = VT_DATE; V_DATE(&r.b) = 45000.25 * static_cast<double>(rng() % 5); break;
             }
-        // -14 goes through the text of the value: keep to Longs and texts,
-        // whose text form is exact.
-        if (c.key_b == -14)
-            for (auto &r : input)
-                if (V_VT(&r.b) == VT_R8) {
-                    V_VT(&r.b) = VT_I4;
-                    V_I4(&r.b) = static_cast<LONG>(V_R8(&r.b));
-                }
-        Keys k = no_keys();
-        add_key(k, 0, kA, c.key_a, 1);
-        add_key(k, 1, kB, c.key_b, c.order_b);
-        add_key(k, 2, kText, 14, 1);
-        add_key(k, 3, kText, 12, -1);
-        Records<VRec> a(input);
-        ASSERT_EQ(sort_records(a, k), -1);
-        const auto got = a.values();
-        const auto b_value = [&](const VARIANT &v) {
-            if (V_VT(&v) == VT_DATE) return V_DATE(&v);
-            if (c.key_b == -4 && V_VT(&v) == VT_R8) return std::nearbyint(V_R8(&v));
-            return number(v);
-        };
-        for (size_t i = 1; i < got.size(); ++i) {
-            const VRec &x = got[i - 1], &y = got[i];
-            const auto ka = c.key_a == -11 ? folded(x.a) : exact(x.a);
-            const auto kb = c.key_a == -11 ? folded(y.a) : exact(y.a);
-            ASSERT_LE(ka, kb) << i;
-            if (ka != kb)
-                continue;
-            const double bx = b_value(x.b), by = b_value(y.b);
-            ASSERT_TRUE(c.order_b > 0 ? bx <= by : bx >= by) << i << " " << bx << " " << by << " case " << c.key_a << c.key_b;
-            if (bx != by)
-                continue;
-            // Null text first, then by its number; then descending text.
-            const bool nx = x.text == nullptr, ny = y.text == nullptr;
-            ASSERT_TRUE(nx >= ny) << i;
-            if (nx || ny)
-                continue;
-            ASSERT_LE(text_number(x.text), text_number(y.text)) << i;
-            if (text_number(x.text) == text_number(y.text)) {
-                ASSERT_GE(std::u16string(reinterpret_cast<const char16_t *>(x.text)),
-                          std::u16string(reinterpret_cast<const char16_t *>(y.text))) << i;
-            }
+            r.text = (rng() % 5 == 0) ? nullptr : bstr(texts[rng() % 5]);
         }
+        Keys k = keys({{offsetof(VRec, a), c.key_a, 1, 0}, {offsetof(VRec, b), c.key_b, c.order_b, 0},
+                       {offsetof(VRec, text), 14, 1, 0}, {offsetof(VRec, text), 12, -1, 0}});
+        Records<VRec> a(rs);
+        ASSERT_EQ(sort_records(a, k), -1);
+        const auto key_a = [&](const VARIANT &v) {
+            std::u16string s = wide(V_BSTR(&v));
+            for (auto &ch : s)
+                if (c.key_a == -11 && ch >= u'A' && ch <= u'Z')
+                    ch = static_cast<char16_t>(ch + 32);
+            return s;
+        };
+        const auto key_b = [&](const VARIANT &v) {
+            switch (V_VT(&v)) {
+            case VT_I4: return static_cast<double>(V_I4(&v));
+            case VT_R8: return c.key_b == -4 ? std::nearbyint(V_R8(&v)) : V_R8(&v); // Long rounds half to even
+            case VT_DATE: return V_DATE(&v);
+            default: return number(V_BSTR(&v));
+            }
+        };
+        // Null text first (present = false), descending keys swap x and y.
+        const auto less = [&](const VRec &x, const VRec &y) {
+            return std::make_tuple(key_a(x.a), c.order_b * key_b(x.b), x.text != nullptr, number(x.text), wide(y.text)) <
+                   std::make_tuple(key_a(y.a), c.order_b * key_b(y.b), y.text != nullptr, number(y.text), wide(x.text));
+        };
+        SCOPED_TRACE(c.key_b);
+        expect_order(a.values(), less);
     }
     for (BSTR s : owned)
         SysFreeString(s);

@@ -15,10 +15,9 @@ TEST(RecordTextOrder, AgreesWithTheDirectComparisonOnEveryPair) {
     // Small alphabets with case pairs and zero bytes, and buffers built from
     // repeated blocks, so that long equal runs and ties abound.
     const std::string alphabets[] = {"aA", "aAbB", std::string("aA\0", 3), "ab", "a"};
-    int buffers = 0;
     for (const std::string &alphabet : alphabets) {
         for (size_t size : {1u, 2u, 3u, 5u}) {
-            for (int trial = 0; trial < 12; ++trial, ++buffers) {
+            for (int trial = 0; trial < 12; ++trial) {
                 const size_t count = 1 + rng() % 40;
                 const size_t tail = rng() % (2 * size + 1);
                 std::string block;
@@ -38,7 +37,6 @@ TEST(RecordTextOrder, AgreesWithTheDirectComparisonOnEveryPair) {
             }
         }
     }
-    EXPECT_EQ(buffers, 5 * 4 * 12);
 }
 
 TEST(RecordTextOrder, DirectComparisonFoldsOnlyAsciiLettersAndStopsAtTheEnd) {
