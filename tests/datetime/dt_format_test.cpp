@@ -48,36 +48,26 @@ struct PictureRow {
 
 TEST(DtPictures, DatePictures) {
     const PictureRow rows[] = {
-        {20000101, "dd/mm/yyyy", "01/01/2000"},
-        {20000101, "d-m-yy", "1-1-00"},
-        {20261121, "dddd d mmmm yyyy", "Saturday 21 November 2026"},
-        {20261123, "ddd, mmm d", "Mon, Nov 23"},
-        {20261124, "ddddd dddddd mmmmm", "T Tu N"},
-        {20261124, "DD.MM.YYYY", "24.11.2026"},      // letters in either case
-        {20261124, "Dddd MMMM", "Tuesday November"}, // names keep their own case
-        {20261125, "dddd", "Wednesday"},
-        {20261126, "ddd|dddddd", "Thu|Th"},
-        {20261127, "dddd|ddddd", "Friday|F"},
-        {20261129, "ddd|dddddd", "Sun|Su"},
-        {20000101, "dddddddd", "Sa01"},            // a long run splits: dddddd + dd
-        {20000101, "yyy", "001"},                  // yy then y
-        {20001231, "y", "366"},                    // day of the year
-        {20001231, "q", "4"},                      // quarter
-        {20000102, "w ww", "1 1"},                 // Sunday is weekday 1; first week
-        {20000108, "w", "7"},                      // Saturday
-        {19991231, "ww", "52"},
-        {50101, "yyyy", "0005"},                   // four digits at least
-        {123450101, "yyyy yy", "12345 45"},
+        {20000101, "dd/mm/yyyy", "01/01/2000"}, {20000101, "d-m-yy", "1-1-00"}, {0, "dd/mm/yyyy", ""}, // 0 is no date
+        {20261121, "dddd d mmmm yyyy", "Saturday 21 November 2026"}, {20261123, "ddd, mmm d", "Mon, Nov 23"},
+        {20261124, "ddddd dddddd mmmmm", "T Tu N"},   {20261125, "dddd", "Wednesday"},
+        {20261126, "ddd|dddddd", "Thu|Th"},           {20261127, "dddd|ddddd", "Friday|F"},
+        {20261129, "ddd|dddddd", "Sun|Su"},           {20261124, "DD.MM.YYYY", "24.11.2026"}, // either case
+        {20261124, "Dddd MMMM", "Tuesday November"},  // names keep their own case
+        {20000101, "dddddddd", "Sa01"},               // a long run splits: dddddd + dd
+        {20000101, "yyy", "001"},                     // yy then y
+        {20001231, "y q", "366 4"},                   // day of the year, quarter
+        {20000102, "w ww", "1 1"},                    // Sunday is weekday 1; first week
+        {20000108, "w", "7"},                         {19991231, "ww", "52"},
+        {50101, "yyyy", "0005"},                      {123450101, "yyyy yy", "12345 45"}, // four digits at least
         {20000101, "\"Today is\" dddd", "Today is Saturday"},
-        {20000101, "\\d\\a\\y d", "day 1"},        // a backslash copies the next character
-        {20000101, "dd \"rest", "01 rest"},        // an unclosed quote runs to the end
-        {20000101, "dd\\", "01\\"},                 // a trailing backslash is itself
-        {20000101, "\\\"dd\\\"", "\"01\""},
-        {20000101, "hh:nn:ss dd", "hh:nn:ss 01"},  // time letters are text in a date
+        {20000101, "\\d\\a\\y d", "day 1"},           // a backslash copies the next character
+        {20000101, "dd \"rest", "01 rest"},           // an unclosed quote runs to the end
+        {20000101, "dd\\", "01\\"},                    {20000101, "\\\"dd\\\"", "\"01\""},
+        {20000101, "hh:nn:ss dd", "hh:nn:ss 01"},     // time letters are text in a date
         {20000101, "at AM/PM, am/pm", "at AM/PM, am/pm"},
-        {20001301, "mmm|mm|mmmm|mmmmm", "|13||"},  // no name for month 13
+        {20001301, "mmm|mm|mmmm|mmmmm", "|13||"},     // no name for month 13
         {20000100, "d/dd", "0/00"},
-        {0, "dd/mm/yyyy", ""},                     // 0 is no date
     };
     for (const PictureRow &r : rows)
         EXPECT_EQ(format_date(r.value, r.picture), r.want) << r.value << " \"" << r.picture << "\"";
@@ -85,23 +75,15 @@ TEST(DtPictures, DatePictures) {
 
 TEST(DtPictures, TimePictures) {
     const PictureRow rows[] = {
-        {13054207, "hh:nn:ss.cc", "13:05:42.07"},
-        {13054207, "h:n:s.c", "13:5:42.7"},
-        {13054207, "hh:mm", "13:05"}, // m is the minute in a time
-        {13054207, "HH:NN:SS", "13:05:42"},
-        {13054207, "h:nn AM/PM", "1:05 PM"},
-        {13054207, "h:nn am/pm", "1:05 pm"},
-        {13054207, "h:nn Am/pM", "1:05 pM"},
-        {13054207, "hh:nn a/p", "01:05 p"},
-        {1054207, "h:nn AM/PM", "1:05 AM"},
-        {0, "h:nn AM/PM", "12:00 AM"},
-        {12000000, "h:nn AM/PM", "12:00 PM"},
-        {23595999, "AM/PM hh", "PM 11"},       // the marker anywhere asks for 12 hours
-        {0, "hh:nn:ss.cc", "00:00:00.00"},     // 0 is midnight
-        {13054207, "d y q w", "d y q w"},      // date letters are text in a time
-        {13054207, "hh\" h \"nn", "13 h 05"},
-        {1054207, "hhh", "011"},               // hh then h
-        {24000000, "hh:nn", "24:00"},          // not validated
+        {13054207, "hh:nn:ss.cc", "13:05:42.07"}, {13054207, "h:n:s.c", "13:5:42.7"},
+        {13054207, "hh:mm", "13:05"},             {13054207, "HH:NN:SS", "13:05:42"}, // m is the minute in a time
+        {13054207, "h:nn AM/PM", "1:05 PM"},      {13054207, "h:nn am/pm", "1:05 pm"},
+        {13054207, "h:nn Am/pM", "1:05 pM"},      {13054207, "hh:nn a/p", "01:05 p"},
+        {1054207, "h:nn AM/PM", "1:05 AM"},       {0, "h:nn AM/PM", "12:00 AM"},
+        {12000000, "h:nn AM/PM", "12:00 PM"},     {23595999, "AM/PM hh", "PM 11"}, // the marker anywhere
+        {0, "hh:nn:ss.cc", "00:00:00.00"},        {13054207, "d y q w", "d y q w"}, // date letters are text
+        {13054207, "hh\" h \"nn", "13 h 05"},     {1054207, "hhh", "011"},         // hh then h
+        {24000000, "hh:nn", "24:00"},             // not validated
     };
     for (const PictureRow &r : rows)
         EXPECT_EQ(format_time(r.value, r.picture), r.want) << r.value << " \"" << r.picture << "\"";
