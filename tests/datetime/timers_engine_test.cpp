@@ -139,16 +139,17 @@ double cpu_time_ms() {
 
 // cSleep on the real clock: it waits at least the time asked (the tick count
 // has to pass start + ms) and returns true, waiting in the system rather than
-// spinning; a negative time is refused at once.
+// spinning; a negative time is refused at once. A spinning wait gets only its
+// share of a busy machine's processors, so the bound is well below half.
 TEST(Sleep, WaitsAtLeastTheTimeAskedWithoutSpinning) {
     EXPECT_EQ(cSleep(-1), 0);
     EXPECT_EQ(cSleep(INT32_MIN), 0);
     EXPECT_EQ(cSleep(0), -1);
     const double cpu_before = cpu_time_ms();
     const uint32_t before = ticks();
-    EXPECT_EQ(cSleep(200), -1);
+    EXPECT_EQ(cSleep(300), -1);
     const double cpu_ms = cpu_time_ms() - cpu_before;
     const uint32_t wall_ms = ticks() - before;
-    EXPECT_GE(wall_ms, 201u) << "the tick count must exceed start + 200";
-    EXPECT_LT(cpu_ms, 0.5 * wall_ms) << "a busy loop would use the whole wait";
+    EXPECT_GE(wall_ms, 301u) << "the tick count must exceed start + 300";
+    EXPECT_LT(cpu_ms, 0.15 * wall_ms) << "a busy loop would use much of the wait";
 }
