@@ -42,19 +42,17 @@ std::string fix_hour(int32_t minutes, int16_t width, int16_t fill, int16_t decim
 
 } // namespace
 
+// Loaded before use: never the blank of an unloaded slot, and the same
+// answer every time.
 TEST(Locale, SeparatorsAndPatternsAgree) {
-    const std::string date_sep = str(cGetDateSeparator()), list_sep = str(cGetListSeparator());
-    ASSERT_EQ(sep().size(), 1u);
-    ASSERT_EQ(date_sep.size(), 1u);
-    ASSERT_EQ(list_sep.size(), 1u);
-    EXPECT_NE(sep(), " ") << "loaded before use, never the blank of an unloaded slot";
-    EXPECT_NE(date_sep, " ");
+    const std::string d = str(cGetDateSeparator()), list = str(cGetListSeparator()), date = str(cGetDateFormat());
+    ASSERT_TRUE(sep().size() == 1u && d.size() == 1u && list.size() == 1u) << sep() << d << list;
+    EXPECT_TRUE(sep() != " " && d != " ") << sep() << d;
     EXPECT_EQ(str(cGetHourFormat()), "hh" + sep() + "nn");
-    const std::string date = str(cGetDateFormat()), s = date_sep;
-    EXPECT_TRUE(date == "mm" + s + "dd" + s + "yyyy" || date == "dd" + s + "mm" + s + "yyyy" ||
-                date == "yyyy" + s + "mm" + s + "dd")
+    EXPECT_TRUE(date == "mm" + d + "dd" + d + "yyyy" || date == "dd" + d + "mm" + d + "yyyy" ||
+                date == "yyyy" + d + "mm" + d + "dd")
         << date;
-    EXPECT_EQ(str(cGetDateFormat()), date) << "the same answer every time";
+    EXPECT_EQ(str(cGetDateFormat()), date);
     for (BSTR b : {cGetCurrency(), cGetLanguage(), cGetCountry(), cGetCountryCode()}) {
         const std::string text = str(b);
         EXPECT_TRUE(!text.empty() && text.size() <= 33u) << text;
