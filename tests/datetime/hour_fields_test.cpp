@@ -62,26 +62,19 @@ TEST(Locale, SeparatorsAndPatternsAgree) {
 // Two-digit years are windowed (0..50 is 2000..2050, 51..99 1951..1999);
 // balances allow -9999..99999 hours.
 TEST(HourChecks, DatesHoursAndBalances) {
-    const struct {
-        int16_t y, m, d, want;
-    } dates[] = {{0, 2, 29, -1},    {50, 2, 29, 0},     {96, 2, 29, -1},  {99, 2, 29, 0},  {2000, 2, 29, -1},
-                 {1900, 2, 29, 0},  {100, 2, 29, 0},    {2001, 4, 31, 0}, {2001, 12, 31, -1},
-                 {2001, 13, 1, 0},  {2001, 0, 1, 0},    {2001, 1, 0, 0}};
-    for (const auto &r : dates)
-        EXPECT_EQ(cIsDate(r.y, r.m, r.d), r.want) << r.y << "-" << r.m << "-" << r.d;
-    const struct {
-        int16_t h, m, s, want;
-    } hours[] = {{0, 0, 0, -1},   {23, 59, 59, -1}, {24, 0, 0, 0},   {-1, 0, 0, 0},
-                 {12, 60, 0, 0},  {12, 0, 60, 0},   {12, -1, 0, 0},  {12, 0, -1, 0}};
-    for (const auto &r : hours)
-        EXPECT_EQ(cIsHour(r.h, r.m, r.s), r.want) << r.h << ":" << r.m << ":" << r.s;
-    const struct {
-        int32_t h;
-        int16_t m, s, want;
-    } balances[] = {{-9999, 0, 0, -1}, {99999, 59, 59, -1}, {-10000, 0, 0, 0}, {100000, 0, 0, 0},
-                    {0, 60, 0, 0},     {0, 0, 60, 0},       {5, -1, 0, 0},     {INT32_MIN, 0, 0, 0}};
-    for (const auto &r : balances)
-        EXPECT_EQ(cIsBalance(r.h, r.m, r.s), r.want) << r.h << ":" << r.m << ":" << r.s;
+    const int16_t dates[][4] = {{0, 2, 29, -1},    {50, 2, 29, 0},   {96, 2, 29, -1}, {99, 2, 29, 0},
+                                {2000, 2, 29, -1}, {1900, 2, 29, 0}, {100, 2, 29, 0}, {2001, 4, 31, 0},
+                                {2001, 12, 31, -1}, {2001, 13, 1, 0}, {2001, 0, 1, 0}, {2001, 1, 0, 0}};
+    for (const auto &[y, m, d, want] : dates)
+        EXPECT_EQ(cIsDate(y, m, d), want) << y << "-" << m << "-" << d;
+    const int16_t hours[][4] = {{0, 0, 0, -1},  {23, 59, 59, -1}, {24, 0, 0, 0},  {-1, 0, 0, 0},
+                                {12, 60, 0, 0}, {12, 0, 60, 0},   {12, -1, 0, 0}, {12, 0, -1, 0}};
+    for (const auto &[h, m, s, want] : hours)
+        EXPECT_EQ(cIsHour(h, m, s), want) << h << ":" << m << ":" << s;
+    const int32_t balances[][4] = {{-9999, 0, 0, -1}, {99999, 59, 59, -1}, {-10000, 0, 0, 0}, {100000, 0, 0, 0},
+                                   {0, 60, 0, 0},     {0, 0, 60, 0},       {5, -1, 0, 0},     {INT32_MIN, 0, 0, 0}};
+    for (const auto &[h, m, s, want] : balances)
+        EXPECT_EQ(cIsBalance(h, static_cast<int16_t>(m), static_cast<int16_t>(s)), want) << h << ":" << m << ":" << s;
 }
 
 TEST(TimeArithmetic, DifferencesWrapsAndWindows) {
