@@ -1,19 +1,21 @@
 // The local clock as the date exports use it, with the reader and the setter
 // replaced so that nothing here touches the machine's clock.
+#include "datetime/calendar.h"
 #include "datetime/local_clock.h"
 
 #include "support/ole_helpers.h"
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <string>
 
 using namespace brindle::datetime;
 
 namespace {
 
-LocalTime g_fake_now{2001, 12, 24, 18, 5, 9, 7, 1};
-LocalTime g_last_set{};
+const LocalTime kFakeStart{2001, 12, 24, 18, 5, 9, 7, 1};
+LocalTime g_fake_now{}, g_last_set{};
 int g_set_calls = 0;
 bool g_accept = true;
 
@@ -27,7 +29,7 @@ bool fake_set(const LocalTime &value) {
 class FakeClock : public ::testing::Test {
   protected:
     void SetUp() override {
-        g_fake_now = LocalTime{2001, 12, 24, 18, 5, 9, 7, 1};
+        g_fake_now = kFakeStart;
         g_set_calls = 0;
         g_accept = true;
         replace_local_clock_for_tests(fake_now, fake_set);
@@ -41,46 +43,39 @@ std::string text(BSTR b) {
     return s;
 }
 
-bool same(const LocalTime &a, const LocalTime &b) {
-    return a.year == b.year && a.month == b.month && a.day == b.day && a.hour == b.hour && a.minute == b.minute &&
-           a.second == b.second && a.millisecond == b.millisecond;
-}
+// Year, month, day, hour, minute, second, millisecond: what the setter got.
+using Fields = std::array<int, 7>;
+Fields fields(const LocalTime &t) { return {t.year, t.month, t.day, t.hour, t.minute, t.second, t.millisecond}; }
 
 } // namespace
 
 TEST_F(FakeClock, EachValidFieldReplacesTheCurrentOne) {
-    struct Row {
+    const struct {
         int16_t y, mo, d, h, mi, s, ms;
-        LocalTime expected;
+        Fields expected;
     } rows[] = {
-        {2030, 6, 15, 1, 2, 3, 4, {2030, 6, 15, 1, 2, 3, 4, 0}},
-        {0, 0, 0, -1, -1, -1, -1, {2001, 12, 24, 18, 5, 9, 7, 0}},   // nothing valid: all kept
-        {-5, 3, -1, 24, 60, 60, 1000, {2001, 3, 24, 18, 5, 9, 7, 0}}, // only the month
-        {0, 0, 0, 0, 0, 0, 0, {2001, 12, 24, 0, 0, 0, 0, 0}},        // 0 is a valid time field
-        {0, 0, 0, 23, 59, 59, 999, {2001, 12, 24, 23, 59, 59, 999, 0}},
+        {2030, 6, 15, 1, 2, 3, 4, {2030, 6, 15, 1, 2, 3, 4}},
+        {0, 0, 0, -1, -1, -1, -1, {2001, 12, 24, 18, 5, 9, 7}},    // nothing valid: all kept
+        {-5, 3, -1, 24, 60, 60, 1000, {2001, 3, 24, 18, 5, 9, 7}}, // only the month
+        {0, 0, 0, 0, 0, 0, 0, {2001, 12, 24, 0, 0, 0, 0}},         // 0 is a valid time field
+        {0, 0, 0, 23, 59, 59, 999, {2001, 12, 24, 23, 59, 59, 999}},
         // Above 0 is all the date fields ask: the system refuses month 13.
-        {0, 13, 40, -1, -1, -1, -1, {2001, 13, 40, 18, 5, 9, 7, 0}},
+        {0, 13, 40, -1, -1, -1, -1, {2001, 13, 40, 18, 5, 9, 7}},
     };
-    for (const Row &r : rows) {
+    for (const auto &r : rows) {
         EXPECT_EQ(cSetLocalDateTime(r.y, r.mo, r.d, r.h, r.mi, r.s, r.ms), -1);
-        EXPECT_TRUE(same(g_last_set, r.expected))
-            << g_last_set.year << "-" << g_last_set.month << "-" << g_last_set.day << " " << g_last_set.hour << ":"
-            << g_last_set.minute << ":" << g_last_set.second << "." << g_last_set.millisecond;
+        EXPECT_EQ(fields(g_last_set), r.expected);
     }
-}
-
-TEST_F(FakeClock, SettingTheTimeAloneAlwaysSets250Milliseconds) {
+    // The time alone always sets 250 milliseconds.
     EXPECT_EQ(cSetLocalTime(7, 8, 9), -1);
-    EXPECT_TRUE(same(g_last_set, LocalTime{2001, 12, 24, 7, 8, 9, 250, 0}));
+    EXPECT_EQ(fields(g_last_set), (Fields{2001, 12, 24, 7, 8, 9, 250}));
     EXPECT_EQ(cSetLocalTime(-1, 99, 30), -1);
-    EXPECT_TRUE(same(g_last_set, LocalTime{2001, 12, 24, 18, 5, 30, 250, 0}));
-}
-
-TEST_F(FakeClock, ARefusalIsReportedAsFalse) {
+    EXPECT_EQ(fields(g_last_set), (Fields{2001, 12, 24, 18, 5, 30, 250}));
+    // A refusal is reported as false.
     g_accept = false;
     EXPECT_EQ(cSetLocalDateTime(2030, 1, 1, 0, 0, 0, 0), 0);
     EXPECT_EQ(cSetLocalTime(1, 2, 3), 0);
-    EXPECT_EQ(g_set_calls, 2);
+    EXPECT_EQ(g_set_calls, static_cast<int>(std::size(rows)) + 4);
 }
 
 TEST_F(FakeClock, CurrentTimeReaders) {
@@ -93,38 +88,37 @@ TEST_F(FakeClock, CurrentTimeReaders) {
     g_fake_now = LocalTime{1999, 1, 2, 0, 0, 0, 999, 6};
     EXPECT_EQ(cCurrentTime(), 0);
     EXPECT_EQ(text(cFmtVeryExtCurrentTime()), "00:00:00.999");
-    int16_t f[8];
+    std::array<int16_t, 8> f{};
     cGetLocalDateTime(&f[0], &f[1], &f[2], &f[3], &f[4], &f[5], &f[6], &f[7]);
-    const int16_t expected[8] = {1999, 1, 6, 2, 0, 0, 0, 999};
-    for (int i = 0; i < 8; ++i)
-        EXPECT_EQ(f[i], expected[i]) << "field " << i << " (year, month, day of week, day, h, m, s, ms)";
+    EXPECT_EQ(f, (std::array<int16_t, 8>{1999, 1, 6, 2, 0, 0, 0, 999}))
+        << "year, month, day of week, day, h, m, s, ms";
 }
 
 // Against the real clock: the platform refuses what is not a date, before
 // asking the system, so this is safe even with the right to set the clock.
 TEST(PlatformClock, ImpossibleDatesAreRefusedNotNormalised) {
-    const LocalTime bad[] = {
-        {2001, 2, 29, 0, 0, 0, 0, 0}, {2000, 2, 30, 0, 0, 0, 0, 0}, {2001, 4, 31, 0, 0, 0, 0, 0},
-        {2001, 13, 1, 0, 0, 0, 0, 0}, {2001, 0, 1, 0, 0, 0, 0, 0},  {2001, 1, 0, 0, 0, 0, 0, 0},
-        {2001, 1, 1, 24, 0, 0, 0, 0}, {2001, 1, 1, 0, 60, 0, 0, 0}, {2001, 1, 1, 0, 0, 60, 0, 0},
-        {2001, 1, 1, 0, 0, 0, 1000, 0}, {1600, 1, 1, 0, 0, 0, 0, 0}, {30828, 1, 1, 0, 0, 0, 0, 0},
+    const Fields bad[] = {
+        {2001, 2, 29, 0, 0, 0, 0},  {2000, 2, 30, 0, 0, 0, 0}, {2001, 4, 31, 0, 0, 0, 0}, {2001, 13, 1, 0, 0, 0, 0},
+        {2001, 0, 1, 0, 0, 0, 0},   {2001, 1, 0, 0, 0, 0, 0},  {2001, 1, 1, 24, 0, 0, 0}, {2001, 1, 1, 0, 60, 0, 0},
+        {2001, 1, 1, 0, 0, 60, 0},  {2001, 1, 1, 0, 0, 0, 1000}, {1600, 1, 1, 0, 0, 0, 0}, {30828, 1, 1, 0, 0, 0, 0},
     };
-    for (const LocalTime &b : bad)
-        EXPECT_FALSE(brindle::platform::set_local_time(b)) << b.year << "-" << b.month << "-" << b.day;
+    for (const Fields &b : bad)
+        EXPECT_FALSE(brindle::platform::set_local_time(LocalTime{b[0], b[1], b[2], b[3], b[4], b[5], b[6], 0}))
+            << b[0] << "-" << b[1] << "-" << b[2] << " " << b[3] << ":" << b[4] << ":" << b[5] << "." << b[6];
 }
 
+// The platform's local time carries the right day of the week (0 Sunday,
+// as the scalar's), and the corrected readers follow the offset.
 TEST(PlatformClock, CalendarTimeAsLocalTime) {
     LocalTime t{};
     const int64_t now = brindle::platform::calendar_time();
     EXPECT_GT(now, int64_t{1600000000});
     ASSERT_TRUE(brindle::platform::local_time_at(now, t));
     EXPECT_GE(t.year, 2020);
-    // A day later is another calendar day with the same weekday shift.
-    LocalTime later{};
-    ASSERT_TRUE(brindle::platform::local_time_at(now + 7 * 86400, later));
-    EXPECT_EQ(later.day_of_week, t.day_of_week);
-    // The corrected readers follow the offset (allow a second's tick and an
-    // hour of daylight saving between the two readings).
+    EXPECT_EQ(t.day_of_week, day_of_week(scalar_from_date(t.year, t.month, t.day), 0));
+    const LocalTime clock = brindle::platform::local_now();
+    EXPECT_EQ(clock.day_of_week, day_of_week(scalar_from_date(clock.year, clock.month, clock.day), 0));
+    // Allow a second's tick and an hour of daylight saving between readings.
     const int32_t base = cExtCurrentTimeCorrected(0), ahead = cExtCurrentTimeCorrected(600);
     const int32_t diff = ((ahead - base) % 86400 + 86400) % 86400;
     EXPECT_TRUE((diff >= 600 && diff <= 602) || (diff >= 600 + 3600 - 2 && diff <= 600 + 3600 + 2) ||
@@ -132,5 +126,5 @@ TEST(PlatformClock, CalendarTimeAsLocalTime) {
         << diff;
     const int32_t minutes = cCurrentTimeCorrected(0);
     EXPECT_TRUE(minutes >= 0 && minutes < 1440);
-    EXPECT_EQ(cCurrentTimeCorrected(INT32_MIN) >= 0, true);
+    EXPECT_GE(cCurrentTimeCorrected(INT32_MIN), 0);
 }

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <string>
 
 using brindle::platform::LocaleSettings;
 using brindle::platform::settings_from_strftime;
@@ -25,15 +26,12 @@ TEST(LocalePatterns, SeparatorsOrdersAndClocksFromStrftimePatterns) {
         {"%", "%", '.', {':', '/', ',', '0', '1'}},                 // a lone % at the end
         {"%%H", " %-d %b %Y", '.', {'H', '/', ',', '1', '1'}},      // %% is a literal percent
     };
-    for (const Row &r : rows) {
-        const LocaleSettings s = settings_from_strftime(r.time, r.date, r.decimal);
-        EXPECT_EQ(s.time_separator, r.expected.time_separator) << r.time;
-        EXPECT_EQ(s.date_separator, r.expected.date_separator) << r.date;
-        EXPECT_EQ(s.list_separator, r.expected.list_separator) << r.decimal;
-        EXPECT_EQ(s.date_order, r.expected.date_order) << r.date;
-        EXPECT_EQ(s.clock_type, r.expected.clock_type) << r.time;
-    }
-    const LocaleSettings none = settings_from_strftime(nullptr, nullptr, '\0');
-    EXPECT_EQ(none.time_separator, ':');
-    EXPECT_EQ(none.date_separator, '/');
+    // time, date, list separators, date order, clock, as one string
+    const auto text = [](const LocaleSettings &s) {
+        return std::string{s.time_separator, s.date_separator, s.list_separator, s.date_order, s.clock_type};
+    };
+    for (const Row &r : rows)
+        EXPECT_EQ(text(settings_from_strftime(r.time, r.date, r.decimal)), text(r.expected))
+            << "\"" << r.time << "\" \"" << r.date << "\" " << r.decimal;
+    EXPECT_EQ(text(settings_from_strftime(nullptr, nullptr, '\0')).substr(0, 2), ":/");
 }
