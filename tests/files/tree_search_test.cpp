@@ -127,11 +127,13 @@ TEST_F(Tree, LinksBackUpTheTreeAreNotFollowed) {
     fs::create_directory_symlink("../..", "r/s1/s2/top", e2);
     if (e1 || e2)
         GTEST_SKIP() << "no symbolic links here";
+    // The subdirectory table comes first: it stops at 3,000 entries, so a
+    // walk that follows the links fails here instead of running for ever.
+    int32_t n = 0;
+    ASSERT_EQ(all_subdirs("r", &n), "r\\s1\rr\\s1\\s2\rr\\s1\\s2\\top\rr\\s1\\up\r") << "listed, not walked";
+    ASSERT_EQ(n, 4);
     EXPECT_EQ(count(0, "r", "*", -1), 6);
     EXPECT_EQ(count(1, "r", "*", -1), 4) << "s1, s2 and the two links";
-    int32_t n = 0;
-    EXPECT_EQ(all_subdirs("r", &n), "r\\s1\rr\\s1\\s2\rr\\s1\\s2\\top\rr\\s1\\up\r") << "listed, not walked";
-    EXPECT_EQ(n, 4);
     Bstr root("r"), mask("*.txt"), out("");
     EXPECT_EQ(cSearchFile(root.val(), mask.val(), out.val()), 4);
 }
