@@ -44,16 +44,6 @@ TEST(BinaryImages, MakeGivesTheMemoryImageAndConvertReadsItBack) {
     EXPECT_EQ(cCVC(c.ref()).int64, INT64_MIN);
 }
 
-TEST(BinaryImages, ConvertNeverReadsPastTheText) {
-    Bstr empty, one(bytes({0x7F})), three(bytes({1, 2, 3}));
-    EXPECT_EQ(cCVL(empty.ref()), 0);
-    EXPECT_EQ(cCVD(empty.ref()), 0.0);
-    // Missing high bytes read as zero.
-    EXPECT_EQ(cCVI(one.ref()), 0x7F);
-    EXPECT_EQ(cCVL(three.ref()), 0x030201);
-    EXPECT_EQ(cCVC(three.ref()).int64, 0x030201);
-}
-
 TEST(BinaryImages, MknIsTheDoubleOfTheWholeNumberPlusTwoZeroBytes) {
     struct Row {
         const char *text;
@@ -72,30 +62,33 @@ TEST(BinaryImages, MknIsTheDoubleOfTheWholeNumberPlusTwoZeroBytes) {
     EXPECT_EQ(str(cMKN(nullptr)).substr(0, 8), image(0.0));
 }
 
-TEST(BinaryElements, GetReadsTheElementAtItsPosition) {
-    Bstr t(bytes({1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16}));
+TEST(BinaryElements, ReadsNeverGoPastTheText) {
+    Bstr t(bytes({1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16})), seven(bytes({1, 2, 3, 4, 5, 6, 7}));
     EXPECT_EQ(cGetCVB(t.ref(), 3), 3);
     EXPECT_EQ(cGetCVI(t.ref(), 2), 0x0403); // bytes 3 and 4
     EXPECT_EQ(cGetCVL(t.ref(), 4), 0x100F0E0D);
-    double expected;
-    const unsigned char high[8] = {9, 10, 11, 12, 13, 14, 15, 16};
-    std::memcpy(&expected, high, 8);
-    EXPECT_EQ(cGetCVD(t.ref(), 2), expected);
+    double high;
+    const unsigned char last[8] = {9, 10, 11, 12, 13, 14, 15, 16};
+    std::memcpy(&high, last, 8);
+    EXPECT_EQ(cGetCVD(t.ref(), 2), high);
     EXPECT_EQ(cGetCVC(t.ref(), 1).int64, 0x0807060504030201);
-    Bstr empty;
-    EXPECT_EQ(cGetCVL(empty.ref(), 1), 0);
     for (int16_t pos : {0, -1, -32768})
         EXPECT_EQ(cGetCVI(t.ref(), pos), 0) << pos;
-}
-
-TEST(BinaryElements, PositionsPastTheEndReadZero) {
-    Bstr t(bytes({1, 2, 3, 4, 5, 6, 7}));
-    EXPECT_EQ(cGetCVL(t.ref(), 2), 0);  // bytes 5..8: one is missing
-    EXPECT_EQ(cGetCVI(t.ref(), 3), 0x0605);
-    EXPECT_EQ(cGetCVI(t.ref(), 4), 0);  // bytes 7..8
-    EXPECT_EQ(cGetCVB(t.ref(), 8), 0);
-    EXPECT_EQ(cGetCVD(t.ref(), 32767), 0.0);
-    EXPECT_EQ(cGetCVS(t.ref(), 2), 0.0f);
+    // An element that does not fit whole reads zero.
+    EXPECT_EQ(cGetCVL(seven.ref(), 2), 0); // bytes 5..8: one is missing
+    EXPECT_EQ(cGetCVI(seven.ref(), 3), 0x0605);
+    EXPECT_EQ(cGetCVI(seven.ref(), 4), 0); // bytes 7..8
+    EXPECT_EQ(cGetCVB(seven.ref(), 8), 0);
+    EXPECT_EQ(cGetCVD(seven.ref(), 32767), 0.0);
+    EXPECT_EQ(cGetCVS(seven.ref(), 2), 0.0f);
+    // The plain conversions read missing high bytes as zero instead.
+    Bstr empty, one(bytes({0x7F})), three(bytes({1, 2, 3}));
+    EXPECT_EQ(cGetCVL(empty.ref(), 1), 0);
+    EXPECT_EQ(cCVL(empty.ref()), 0);
+    EXPECT_EQ(cCVD(empty.ref()), 0.0);
+    EXPECT_EQ(cCVI(one.ref()), 0x7F);
+    EXPECT_EQ(cCVL(three.ref()), 0x030201);
+    EXPECT_EQ(cCVC(three.ref()).int64, 0x030201);
 }
 
 TEST(BinaryElements, PutInPlaceWritesOnlyInsideTheText) {

@@ -1,7 +1,7 @@
-// Engines of the conversions: MBF patterns, the EBCDIC tables against the
-// real dd, and the btoa encoder's text.
+// Engines of the conversions: every MBF pattern both ways, and the btoa
+// encoder's text against hand-worked groups and Python's ascii85. The
+// EBCDIC tables are checked against dd through the exports.
 #include "convert/btoa_coder.h"
-#include "convert/ebcdic.h"
 #include "convert/mbf.h"
 #include "support/temp_dir.h"
 
@@ -29,78 +29,45 @@ TEST(MbfEngine, RoundTripKeepsEveryPattern) {
 
 namespace {
 
-std::string table_bytes() {
-    std::string t;
-    for (int i = 0; i < 256; ++i)
-        t += static_cast<char>(kAsciiToEbcdic[static_cast<size_t>(i)]);
-    return t;
-}
-
-} // namespace
-
-TEST(EbcdicEngine, TableIsTheOneOfDd) {
-    // Committed output of dd (tests/data/ebcdic_dd.md tells how it was made).
-    const std::string committed = read_whole_file(BRINDLE_TEST_DATA "/ebcdic_dd.bin");
-    ASSERT_EQ(committed.size(), 256u);
-    EXPECT_EQ(table_bytes(), committed);
-
-    // And the real dd, when the machine has it.
-    const std::string in = ::testing::TempDir() + "brindle_ebcdic_in.bin";
-    const std::string out = ::testing::TempDir() + "brindle_ebcdic_out.bin";
-    {
-        std::ofstream f(in, std::ios::binary);
-        for (int i = 0; i < 256; ++i)
-            f.put(static_cast<char>(i));
-    }
-    const std::string command = "dd if=" + in + " of=" + out + " conv=ebcdic status=none 2>/dev/null";
-    if (std::system(command.c_str()) != 0)
-        GTEST_SKIP() << "dd is not available; checked against the committed table only";
-    EXPECT_EQ(table_bytes(), read_whole_file(out));
-    std::remove(in.c_str());
-    std::remove(out.c_str());
-}
-
-TEST(EbcdicEngine, InverseInvertsAllBytes) {
-    for (int i = 0; i < 256; ++i) {
-        const auto c = static_cast<uint8_t>(i);
-        EXPECT_EQ(ebcdic_to_ascii(ascii_to_ebcdic(c)), c);
-        EXPECT_EQ(ascii_to_ebcdic(ebcdic_to_ascii(c)), c);
-    }
-    char text[] = "ABC abc 0129";
-    ascii_to_ebcdic(text, sizeof text - 1);
-    EXPECT_EQ(std::string(text), "\xC1\xC2\xC3\x40\x81\x82\x83\x40\xF0\xF1\xF2\xF9");
-    ebcdic_to_ascii(text, sizeof text - 1);
-    EXPECT_EQ(std::string(text), "ABC abc 0129");
-}
-
-namespace {
-
-std::string encode(const std::string &data, std::string_view name = "f.bin") {
+// The encoder's text for `data` fed in pieces of the given sizes (the rest
+// in one piece).
+std::string encode(const std::string &data, std::initializer_list<size_t> pieces = {}) {
     std::string out;
     BtoaEncoder e(out);
-    e.header(name);
-    e.feed(reinterpret_cast<const unsigned char *>(data.data()), data.size());
+    e.header("f.bin");
+    const auto *p = reinterpret_cast<const unsigned char *>(data.data());
+    size_t done = 0;
+    for (size_t n : pieces) {
+        e.feed(p + done, n);
+        done += n;
+    }
+    e.feed(p + done, data.size() - done);
     e.finish();
     return out;
 }
 
 } // namespace
 
-TEST(BtoaEngine, SmallInputsByHand) {
-    // Four zero bytes: "z"; check (123 mod 85) + 33 = 'G'; E = R = 0x7a, S = 0x7b.
-    EXPECT_EQ(encode(std::string(4, '\0')), "xbtoa5 78 f.bin Begin\nzG\nxbtoa End N 4 4 E 7a S 7b R 7a\n");
-    // Four spaces: "y".
+TEST(BtoaEngine, GroupsWorkedByHand) {
+    // Four zero bytes and the empty file are pinned through the exports.
+    // Four spaces: "y"; check (sum of c + 1 = 122) mod 85 + 33 = 'F'.
     EXPECT_EQ(encode("    "), "xbtoa5 78 f.bin Begin\nyF\nxbtoa End N 4 4 E 79 S 7a R 79\n");
-    // Nothing: no body line.
-    EXPECT_EQ(encode(""), "xbtoa5 78 f.bin Begin\nxbtoa End N 0 0 E 0 S 0 R 0\n");
     // "ABCD" = 0x41424344 = 1094861636, base-85 digits 20 82 67 80 11: "5sdq,".
     // S = sum of c + 1 = 430; check 430 mod 85 + 33 = 38 = '&'.
     EXPECT_EQ(encode("ABCD"), "xbtoa5 78 f.bin Begin\n5sdq,&\nxbtoa End N 4 4 E 7f S 1ae R 986\n");
+    // The name is the part after the last "\" or ":" (not "/").
+    const struct {
+        const char *path, *name;
+    } rows[] = {{"C:\\data\\file.txt", "file.txt"}, {"C:file.txt", "file.txt"}, {"file.txt", "file.txt"},
+                {"dir\\", "-"},                    {"dir/file.txt", "dir/file.txt"}};
+    for (const auto &r : rows)
+        EXPECT_EQ(btoa_name_of(r.path), r.name) << r.path;
 }
 
 TEST(BtoaEngine, LinesHoldSeventySevenCharactersAndACheck) {
     // 80 bytes of 0xFF: 20 groups of "s8W-!" (0xFFFFFFFF in base 85) = 100 characters.
-    const std::string text = encode(std::string(80, '\xff'));
+    const std::string data(80, '\xff');
+    const std::string text = encode(data);
     const size_t body = text.find('\n') + 1;
     const size_t end1 = text.find('\n', body);
     EXPECT_EQ(end1 - body, 78u);
@@ -108,26 +75,7 @@ TEST(BtoaEngine, LinesHoldSeventySevenCharactersAndACheck) {
     EXPECT_EQ(end2 - end1 - 1, 100u - 77u + 1u);
     EXPECT_EQ(text.substr(body, 10), "s8W-!s8W-!");
     EXPECT_EQ(text.substr(end2 + 1, 16), "xbtoa End N 80 5");
-    // Feeding in odd pieces gives the same text.
-    std::string pieces;
-    BtoaEncoder e(pieces);
-    e.header("f.bin");
-    const std::string data(80, '\xff');
-    const auto *p = reinterpret_cast<const unsigned char *>(data.data());
-    e.feed(p, 3);
-    e.feed(p + 3, 1);
-    e.feed(p + 4, 6);
-    e.feed(p + 10, 70);
-    e.finish();
-    EXPECT_EQ(pieces, text);
-}
-
-TEST(BtoaEngine, NameIsThePartAfterTheLastSeparator) {
-    EXPECT_EQ(btoa_name_of("C:\\data\\file.txt"), "file.txt");
-    EXPECT_EQ(btoa_name_of("C:file.txt"), "file.txt");
-    EXPECT_EQ(btoa_name_of("file.txt"), "file.txt");
-    EXPECT_EQ(btoa_name_of("dir\\"), "-");
-    EXPECT_EQ(btoa_name_of("dir/file.txt"), "dir/file.txt"); // only "\" and ":" separate
+    EXPECT_EQ(encode(data, {3, 1, 6}), text) << "feeding in odd pieces gives the same text";
 }
 
 TEST(BtoaEngine, EncodingCharactersMatchPythonsAscii85) {
@@ -138,16 +86,16 @@ TEST(BtoaEngine, EncodingCharactersMatchPythonsAscii85) {
     for (int i = 0; i < 5000; ++i)
         data += static_cast<char>(rng() % 7 == 0 ? ' ' : rng() % 5 == 0 ? 0 : rng() & 0xFF);
     data += "    " + std::string(4, '\0') + "xy"; // a "y", a "z" and a short last group
-    const std::string dir = ::testing::TempDir();
-    {
-        std::ofstream(dir + "brindle_a85.bin", std::ios::binary).write(data.data(), static_cast<std::streamsize>(data.size()));
-    }
+    const std::string in = ::testing::TempDir() + "brindle_a85.bin", out = ::testing::TempDir() + "brindle_a85.txt";
+    std::ofstream(in, std::ios::binary).write(data.data(), static_cast<std::streamsize>(data.size()));
     const std::string command = "python3 -c \"import base64,sys; d=open(sys.argv[1],'rb').read(); "
                                 "open(sys.argv[2],'wb').write(base64.a85encode(d, foldspaces=True, pad=True))\" " +
-                                dir + "brindle_a85.bin " + dir + "brindle_a85.txt 2>/dev/null";
+                                in + " " + out + " 2>/dev/null";
     if (std::system(command.c_str()) != 0)
         GTEST_SKIP() << "python3 is not available";
-    const std::string expected = read_whole_file(dir + "brindle_a85.txt");
+    const std::string expected = read_whole_file(out);
+    std::remove(in.c_str());
+    std::remove(out.c_str());
 
     const std::string text = encode(data);
     std::string chars;
@@ -157,6 +105,4 @@ TEST(BtoaEngine, EncodingCharactersMatchPythonsAscii85) {
         chars += text.substr(start, end - start - 1); // without the check character
     }
     EXPECT_EQ(chars, expected);
-    std::remove((dir + "brindle_a85.bin").c_str());
-    std::remove((dir + "brindle_a85.txt").c_str());
 }

@@ -85,7 +85,6 @@ TEST(Spelling, ValuesOutsideTheClassicRange) {
         EXPECT_EQ(number(v), "") << v;
         EXPECT_EQ(money(v), "") << v;
     }
-    EXPECT_NE(number(999999999999999.0), "");
 }
 
 TEST(Spelling, LongWordsAreCutSoEveryResultFitsTheOldBuffer) {

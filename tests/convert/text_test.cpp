@@ -1,8 +1,9 @@
 // Text and number conversions, through the exported interface.
 #include "support/ole_helpers.h"
+#include "support/temp_dir.h"
 
-#include <cmath>
 #include <string>
+#include <utility>
 
 using namespace brindle::test;
 
@@ -34,55 +35,65 @@ std::string all_bytes() {
 
 } // namespace
 
-TEST(InterestFactors, DiscreteAndContinuousFormulas) {
-    const double e = 2.718281828459; // the constant the factors use
-    for (double i : {0.1, 0.05, -0.02}) {
-        for (int16_t n : {1, 2, 12, 360}) {
-            const double d = std::pow(1 + i, n), k = std::pow(e, i * n), ei = std::pow(e, i) - 1;
-            EXPECT_DOUBLE_EQ(cPtoF(i, n), d);
-            EXPECT_DOUBLE_EQ(cFtoP(i, n), 1 / d);
-            EXPECT_DOUBLE_EQ(cAtoF(i, n), (d - 1) / i);
-            EXPECT_DOUBLE_EQ(cFtoA(i, n), i / (d - 1));
-            EXPECT_DOUBLE_EQ(cAtoP(i, n), (d - 1) / i / d);
-            EXPECT_DOUBLE_EQ(cPtoA(i, n), d / ((d - 1) / i));
-            EXPECT_DOUBLE_EQ(cPtoFC(i, n), k);
-            EXPECT_DOUBLE_EQ(cFtoPC(i, n), 1 / k);
-            EXPECT_DOUBLE_EQ(cAtoFC(i, n), (k - 1) / ei);
-            EXPECT_DOUBLE_EQ(cFtoAC(i, n), ei / (k - 1));
-            EXPECT_DOUBLE_EQ(cAtoPC(i, n), (k - 1) / ei / k);
-            EXPECT_DOUBLE_EQ(cPtoAC(i, n), k / ((k - 1) / ei));
-        }
-    }
+TEST(InterestFactors, PublishedTableValues) {
+    // Rows of the usual compound-interest tables (four decimals), and a
+    // rate of -50 % worked by hand. Columns: F/P P/F F/A A/F P/A A/P, then
+    // the same for continuous compounding.
+    double(BRINDLE_CALL *const all[])(double, int16_t) = {cPtoF,  cFtoP,  cAtoF,  cFtoA,  cAtoP,  cPtoA,
+                                                          cPtoFC, cFtoPC, cAtoFC, cFtoAC, cAtoPC, cPtoAC};
+    const struct {
+        double rate;
+        int16_t n;
+        double f[12];
+    } rows[] = {
+        {0.1, 10, {2.5937, 0.3855, 15.9374, 0.0627, 6.1446, 0.1627, 2.7183, 0.3679, 16.3380, 0.0612, 6.0104, 0.1664}},
+        {0.05, 1, {1.05, 0.9524, 1, 1, 0.9524, 1.05, 1.0513, 0.9512, 1, 1, 0.9512, 1.0513}},
+        {-0.5, 2, {0.25, 4, 1.5, 0.6667, 6, 0.1667, 0.3679, 2.7183, 1.6065, 0.6225, 4.3670, 0.2290}},
+    };
+    for (const auto &r : rows)
+        for (int k = 0; k < 12; ++k)
+            EXPECT_NEAR(all[k](r.rate, r.n), r.f[k], 1e-4) << "column " << k << " at " << r.rate << ", " << r.n;
     EXPECT_DOUBLE_EQ(cPtoF(0.1, 2), 1.21);
     EXPECT_DOUBLE_EQ(cAtoF(0.1, 2), 2.1);
     // The rounded constant is used, not the exact e.
     EXPECT_EQ(cPtoFC(1.0, 1), 2.718281828459);
+    // A zero rate or no periods: -1.
+    for (auto f : all)
+        for (auto [rate, n] : {std::pair<double, int16_t>{0.0, 10}, {0.1, 0}, {0.1, -5}})
+            EXPECT_EQ(f(rate, n), -1.0) << rate << ", " << n;
 }
 
-TEST(InterestFactors, ZeroRateOrNoPeriodsGiveMinusOne) {
-    double(BRINDLE_CALL *const all[])(double, int16_t) = {cAtoF, cAtoP, cFtoA, cFtoP, cPtoA, cPtoF,
-                                              cAtoFC, cAtoPC, cFtoAC, cFtoPC, cPtoAC, cPtoFC};
-    for (auto f : all) {
-        EXPECT_EQ(f(0.0, 10), -1.0);
-        EXPECT_EQ(f(0.1, 0), -1.0);
-        EXPECT_EQ(f(0.1, -5), -1.0);
-    }
-}
-
-TEST(Hexadecimal, BytesToDigitsAndBack) {
-    EXPECT_EQ(call(cToHexa, std::string("\x00\x1f\xa0\xff", 4)), "001FA0FF");
-    EXPECT_EQ(call(cToHexa, ""), "");
-    EXPECT_EQ(call(cFromHexa, "001FA0FF"), std::string("\x00\x1f\xa0\xff", 4));
-    EXPECT_EQ(call(cFromHexa, "4a6B"), "Jk");  // either case
-    EXPECT_EQ(call(cFromHexa, "414"), "A");    // a last odd digit is ignored
-    EXPECT_EQ(call(cFromHexa, "4"), "");
-    EXPECT_EQ(call(cFromHexa, ""), "");
-    // Unchecked digits: "G" is 16, "g" is 16, "/" is -1; modulo 256.
-    EXPECT_EQ(call(cFromHexa, "1G"), std::string(1, static_cast<char>(0x20)));
-    EXPECT_EQ(call(cFromHexa, "g0"), std::string(1, static_cast<char>(0x00)));
-    EXPECT_EQ(call(cFromHexa, "0/"), std::string(1, static_cast<char>(0xFF)));
+TEST(TextCodes, BytesToDigitsAndBack) {
+    const struct {
+        BSTR(BRINDLE_CALL *f)(BSTR *);
+        std::string in, out;
+    } rows[] = {
+        {cToHexa, {"\x00\x1f\xa0\xff", 4}, "001FA0FF"},
+        {cFromHexa, "001FA0FF", {"\x00\x1f\xa0\xff", 4}},
+        {cFromHexa, "4a6B", "Jk"}, // either case
+        {cFromHexa, "414", "A"},   // a last odd digit is ignored
+        {cFromHexa, "4", ""},
+        // Unchecked digits: "G" is 16, "g" is 16, "/" is -1; modulo 256.
+        {cFromHexa, "1G", "\x20"},
+        {cFromHexa, "g0", {"\0", 1}},
+        {cFromHexa, "0/", "\xff"},
+        {cToZ9, "A", "1T"},      // 65 = 1 * 36 + 29
+        {cToZ9, "\x7f", "3J"},   // 127 = 3 * 36 + 19
+        {cToZ9, "\xff", "06"},   // -1: q 0, r -1 -> (255 + 55) mod 256
+        {cToZ9, "\x80", "4#"},   // -128: q -3 and r -20, as 253 and 236
+        {cFromZ9, "1T3J", "A\x7f"},
+        {cFromZ9, "1t", "A"}, // lower case reads as the same digit
+        {cFromZ9, "1", ""},
+        {cFromZ9, "ZZ", std::string(1, static_cast<char>((35 * 36 + 35) % 256))},
+    };
+    for (const auto &r : rows)
+        EXPECT_EQ(call(r.f, r.in), r.out) << r.in;
+    for (auto f : {cToHexa, cFromHexa, cToZ9, cFromZ9})
+        EXPECT_EQ(call(f, ""), "");
     const std::string every = all_bytes();
     EXPECT_EQ(call(cFromHexa, call(cToHexa, every)), every);
+    const std::string low = every.substr(0, 128);
+    EXPECT_EQ(call(cFromZ9, call(cToZ9, low)), low);
 }
 
 TEST(Hexadecimal, NumbersFromText) {
@@ -105,22 +116,6 @@ TEST(Hexadecimal, NumbersFromText) {
     Bstr z(std::string("1\0" "234", 5));
     EXPECT_EQ(cH2I(z.val()), 0);
     EXPECT_EQ(cH2L(z.val()), 1);
-}
-
-TEST(Base36, BytesToDigitsAndBack) {
-    EXPECT_EQ(call(cToZ9, "A"), "1T");       // 65 = 1 * 36 + 29
-    EXPECT_EQ(call(cToZ9, std::string(1, '\x7f')), "3J"); // 127 = 3 * 36 + 19
-    EXPECT_EQ(call(cToZ9, std::string(1, '\xff')), "06"); // -1: q 0, r -1 -> (255 + 55) mod 256
-    EXPECT_EQ(call(cToZ9, std::string(1, '\x80')), "4#"); // -128: q -3 and r -20, as 253 and 236
-    EXPECT_EQ(call(cToZ9, ""), "");
-    EXPECT_EQ(call(cFromZ9, "1T3J"), "A\x7f");
-    EXPECT_EQ(call(cFromZ9, "1t"), "A"); // lower case reads as the same digit
-    EXPECT_EQ(call(cFromZ9, "1"), "");
-    EXPECT_EQ(call(cFromZ9, "ZZ"), std::string(1, static_cast<char>((35 * 36 + 35) % 256)));
-    std::string low;
-    for (int i = 0; i < 128; ++i)
-        low += static_cast<char>(i);
-    EXPECT_EQ(call(cFromZ9, call(cToZ9, low)), low);
 }
 
 TEST(Roman, ArabicToRoman) {
@@ -168,20 +163,22 @@ TEST(Roman, RomanToArabic) {
 }
 
 TEST(Morse, TableAsGiven) {
-    Bstr sos("SOS"), lower("e t"), mixed("A1?[~"), punct(",-./");
-    EXPECT_EQ(str(cMorse(sos.val())), "--- ... --- ");
-    EXPECT_EQ(str(cMorse(lower.val())), "- ~. ");   // space has no code
-    EXPECT_EQ(str(cMorse(mixed.val())), "-. -.... --..-- ");
-    EXPECT_EQ(str(cMorse(punct.val())), "..--.. .---. -.-.-. .--.- ");
-    Bstr none(std::string("\x01\x7f\xe9[", 4)), uncoded("!#");
-    EXPECT_EQ(str(cMorse(none.val())), "");
-    EXPECT_EQ(str(cMorse(uncoded.val())), "~~");
+    const struct {
+        std::string in, out;
+    } rows[] = {
+        {"SOS", "--- ... --- "},        {"e t", "- ~. "}, // space has no code
+        {"A1?[~", "-. -.... --..-- "}, {",-./", "..--.. .---. -.-.-. .--.- "},
+        {"\x01\x7f\xe9[", ""},      {"!#", "~~"},
+        {{"E\0T", 3}, "- "}, // read up to the first zero byte
+    };
+    for (const auto &r : rows) {
+        Bstr t(r.in);
+        EXPECT_EQ(str(cMorse(t.val())), r.out) << r.in;
+    }
     EXPECT_EQ(str(cMorse(nullptr)), "");
-    Bstr zero(std::string("E\0T", 3));
-    EXPECT_EQ(str(cMorse(zero.val())), "- "); // read up to the first zero byte
 }
 
-TEST(Ebcdic, InPlaceBothWays) {
+TEST(Ebcdic, InPlaceBothWaysAsDdConverts) {
     Bstr t("Hello, 123");
     EXPECT_EQ(cCnvASCIItoEBCDIC(t.ref()), -1);
     EXPECT_EQ(t.bytes(), "\xC8\x85\x93\x93\x96\x6B\x40\xF1\xF2\xF3");
@@ -190,9 +187,13 @@ TEST(Ebcdic, InPlaceBothWays) {
     Bstr empty;
     EXPECT_EQ(cCnvASCIItoEBCDIC(empty.ref()), 0);
     EXPECT_EQ(cCnvEBCDICtoASCII(empty.ref()), 0);
+    // Every byte as dd conv=ebcdic converts it (tests/data/ebcdic_dd.md
+    // tells how the file was made), and back.
+    const std::string dd = read_whole_file(BRINDLE_TEST_DATA "/ebcdic_dd.bin");
+    ASSERT_EQ(dd.size(), 256u);
     Bstr every(all_bytes());
     EXPECT_EQ(cCnvASCIItoEBCDIC(every.ref()), -1);
-    EXPECT_EQ(every.bytes().size(), 256u);
+    EXPECT_EQ(every.bytes(), dd);
     EXPECT_EQ(cCnvEBCDICtoASCII(every.ref()), -1);
     EXPECT_EQ(every.bytes(), all_bytes());
 }

@@ -42,15 +42,6 @@ class Search : public TempDirTest {
     }
 };
 
-int16_t count_files(std::string_view pattern) {
-    Bstr p(pattern);
-    return cCountFiles(p.val());
-}
-int16_t count_dirs(std::string_view pattern) {
-    Bstr p(pattern);
-    return cCountDirectories(p.val());
-}
-
 std::vector<std::string> elements(const SafeArray &a) {
     std::vector<std::string> out;
     const LONG n = static_cast<LONG>(a.get()->rgsabound[0].cElements);
@@ -83,29 +74,31 @@ TEST_F(Search, StepByStepEnumerationsAreIndependent) {
     // A flag of 1 is false: it continues, it does not restart.
     EXPECT_EQ(str(cFilesInDirectory(files.val(), 1)).empty(), false);
     EXPECT_EQ(str(cFilesInDirectory(files.val(), 1)), "");
-}
-
-TEST_F(Search, ContinuingBeforeAnyFirstCallGivesNothing) {
-    // This test must not rely on another having left the search open; a
-    // first call on a pattern that matches nothing closes it.
-    Bstr none("nothing-here\\*.*");
+    // A first call on a pattern that matches nothing closes the open search:
+    // continuing then gives nothing either.
+    Bstr none("nothing-here\\*.*"), null_pattern;
+    ASSERT_NE(str(cFilesInDirectory(files.val(), -1)), "");
+    ASSERT_NE(str(cSubDirectory(dirs.val(), -1)), "");
     EXPECT_EQ(str(cFilesInDirectory(none.val(), -1)), "");
     EXPECT_EQ(str(cFilesInDirectory(none.val(), 0)), "");
-    Bstr null_pattern;
     EXPECT_EQ(str(cSubDirectory(null_pattern.val(), -1)), "");
     EXPECT_EQ(str(cSubDirectory(null_pattern.val(), 0)), "");
 }
 
 TEST_F(Search, CountsIncludeDotEntries) {
     make_tree();
-    EXPECT_EQ(count_files("d\\*.*"), 7) << ". .. sub1 sub2 a.txt b.txt c.dat";
-    EXPECT_EQ(count_files("d\\*.txt"), 2);
-    EXPECT_EQ(count_files("d\\none.*"), 0);
-    EXPECT_EQ(count_files(""), 0);
-    EXPECT_EQ(count_dirs("d\\*.*"), 4);
-    EXPECT_EQ(count_dirs("d\\sub?"), 2);
-    EXPECT_EQ(count_dirs("d\\*.txt"), 0);
-    EXPECT_EQ(count_dirs("missing\\*"), 0);
+    const struct {
+        const char *pattern;
+        int16_t files, dirs;
+    } rows[] = {
+        {"d\\*.*", 7, 4}, // . .. sub1 sub2 a.txt b.txt c.dat
+        {"d\\*.txt", 2, 0}, {"d\\none.*", 0, 0}, {"d\\sub?", 2, 2}, {"missing\\*", 0, 0}, {"", 0, 0},
+    };
+    for (const auto &r : rows) {
+        Bstr p(r.pattern);
+        EXPECT_EQ(cCountFiles(p.val()), r.files) << r.pattern;
+        EXPECT_EQ(cCountDirectories(p.val()), r.dirs) << r.pattern;
+    }
 }
 
 TEST_F(Search, SizesOnDiskAndSlack) {
@@ -149,35 +142,27 @@ TEST_F(Search, ArrayGetsNamesAndKeepsItsCountRule) {
         write_file(n, "x");
     fs::create_directory("five/sub.t");
     Bstr p("five\\*.t");
-    {
-        SafeArray three(VT_BSTR, 0, 3);
-        EXPECT_EQ(cFilesInDirToArray(p.val(), 255, three.ref()), 2) << "full array: one fewer than stored";
-        const auto names = elements(three);
-        for (const std::string &n : names)
-            EXPECT_FALSE(n.empty());
-        EXPECT_EQ(std::set<std::string>(names.begin(), names.end()).size(), 3u);
-    }
-    {
-        SafeArray seven(VT_BSTR, 1, 7); // lower bound 1
-        BSTR stale = SysAllocStringByteLen("stale", 5);
-        LONG at = 7;
-        SafeArrayPutElement(seven.get(), &at, stale);
-        SysFreeString(stale);
-        EXPECT_EQ(cFilesInDirToArray(p.val(), 255, seven.ref()), 5);
-        const auto names = elements(seven);
-        EXPECT_EQ(std::set<std::string>(names.begin(), names.begin() + 5),
-                  (std::set<std::string>{"1.t", "2.t", "3.t", "4.t", "5.t"}));
-        EXPECT_EQ(names[5], "");
-        EXPECT_EQ(names[6], "") << "remaining elements are emptied";
-    }
-    {
-        SafeArray five(VT_BSTR, 0, 5);
-        EXPECT_EQ(cFilesInDirToArray(p.val(), 255, five.ref()), 4) << "exactly full counts one fewer too";
-    }
-    SafeArray any(VT_BSTR, 0, 4);
+    SafeArray three(VT_BSTR, 0, 3), five(VT_BSTR, 0, 5);
+    EXPECT_EQ(cFilesInDirToArray(p.val(), 255, three.ref()), 2) << "full array: one fewer than stored";
+    const auto names = elements(three);
+    EXPECT_EQ(std::set<std::string>(names.begin(), names.end()).size(), 3u);
+    EXPECT_EQ(std::count(names.begin(), names.end(), ""), 0);
+    EXPECT_EQ(cFilesInDirToArray(p.val(), 255, five.ref()), 4) << "exactly full counts one fewer too";
+
+    SafeArray seven(VT_BSTR, 1, 7); // lower bound 1
+    BSTR stale = SysAllocStringByteLen("stale", 5);
+    LONG at = 7;
+    SafeArrayPutElement(seven.get(), &at, stale);
+    SysFreeString(stale);
+    EXPECT_EQ(cFilesInDirToArray(p.val(), 255, seven.ref()), 5);
+    const auto all = elements(seven);
+    EXPECT_EQ(std::set<std::string>(all.begin(), all.begin() + 5),
+              (std::set<std::string>{"1.t", "2.t", "3.t", "4.t", "5.t"}));
+    EXPECT_EQ(all[5] + all[6], "") << "remaining elements are emptied";
+
+    SafeArray any(VT_BSTR, 0, 4), longs(VT_I4, 0, 4);
     Bstr none("five\\*.zip");
     EXPECT_EQ(cFilesInDirToArray(none.val(), 255, any.ref()), -1);
-    SafeArray longs(VT_I4, 0, 4);
     EXPECT_EQ(cFilesInDirToArray(p.val(), 255, longs.ref()), -1) << "not a string array";
     EXPECT_EQ(cFilesInDirToArray(p.val(), 255, nullptr), -1);
 }
@@ -282,32 +267,25 @@ TEST_F(Search, FileFiltersDropOrKeepTheSet) {
     for (int i = 0; i < 100000; ++i)
         data.push_back(static_cast<char>("abc\r\n\0"[i % 6]));
     write_file("in.bin", data);
-    auto filter = [](auto f, std::string_view set, std::string_view out = "out.bin") {
-        Bstr s(set), in("in.bin"), o(out);
-        return f(in.val(), o.val(), s.ref());
-    };
-    auto expect = [&](bool keep, std::string_view set) {
-        std::string r;
+    using Filter = decltype(&cFileFilter);
+    // A one-character set is dropped by both; a zero byte in the set is a member.
+    const struct {
+        Filter f;
+        std::string_view set;
+        bool keep;
+    } rows[] = {{cFileFilter, {"\r\n", 2}, false}, {cFileFilterNot, {"\r\n", 2}, true},
+                {cFileFilterNot, "a", false},      {cFileFilter, {"\0b", 2}, false}};
+    for (const auto &r : rows) {
+        std::string expected;
         for (char c : data)
-            if ((set.find(c) != std::string_view::npos) == keep)
-                r.push_back(c);
-        return r;
-    };
-    const std::string_view crlf("\r\n", 2);
-    EXPECT_EQ(filter(cFileFilter, crlf), 100000 - 16667 - 16666); // \r 16,667 times, \n 16,666
-    EXPECT_EQ(read_file("out.bin"), expect(false, crlf));
-    EXPECT_EQ(filter(cFileFilterNot, crlf), 16667 + 16666);
-    EXPECT_EQ(read_file("out.bin"), expect(true, crlf));
-    // A one-character set is dropped by both.
-    EXPECT_EQ(filter(cFileFilterNot, "a"), 100000 - 16667);
-    EXPECT_EQ(read_file("out.bin"), expect(false, "a"));
-    // A zero byte in the set is a member.
-    const std::string_view zero_b("\0b", 2);
-    EXPECT_EQ(filter(cFileFilter, zero_b), 100000 - 16666 - 16667);
-    EXPECT_EQ(read_file("out.bin"), expect(false, zero_b));
-
-    EXPECT_EQ(filter(cFileFilter, ""), -1);
-    Bstr s("a"), missing("missing.bin"), in("in.bin"), out("x.bin"), bad("nodir\\x.bin");
+            if ((r.set.find(c) != std::string_view::npos) == r.keep)
+                expected.push_back(c);
+        Bstr s(r.set), in("in.bin"), out("out.bin");
+        EXPECT_EQ(r.f(in.val(), out.val(), s.ref()), static_cast<int32_t>(expected.size())) << r.set.size();
+        EXPECT_EQ(read_file("out.bin"), expected);
+    }
+    Bstr s("a"), missing("missing.bin"), in("in.bin"), out("x.bin"), bad("nodir\\x.bin"), empty("");
+    EXPECT_EQ(cFileFilter(in.val(), out.val(), empty.ref()), -1);
     EXPECT_EQ(cFileFilter(missing.val(), out.val(), s.ref()), -32750);
     EXPECT_FALSE(fs::exists("x.bin"));
     EXPECT_EQ(cFileFilterNot(in.val(), bad.val(), s.ref()), -32751);
