@@ -3,13 +3,31 @@
 
 using namespace brindle::test;
 
+namespace {
+
+struct PatternRow {
+    std::string text;
+    const char *pattern;
+    int16_t cs;
+    int32_t result;
+};
+
+// Each row through the export taking the case flag and, where the flag is
+// -1, through its case-sensitive sibling too.
+template <class WithFlag, class CaseSensitive, size_t n>
+void expect_pattern_rows(WithFlag with_flag, CaseSensitive case_sensitive, const PatternRow (&rows)[n]) {
+    for (const PatternRow &r : rows) {
+        EXPECT_EQ(num(with_flag, r.text, r.pattern, r.cs), r.result) << r.text << " ~ " << r.pattern << " " << r.cs;
+        if (r.cs == -1) {
+            EXPECT_EQ(num(case_sensitive, r.text, r.pattern), r.result) << r.text << " ~ " << r.pattern;
+        }
+    }
+}
+
+} // namespace
+
 TEST(SimplePattern, Table) {
-    struct Row {
-        std::string text;
-        const char *pattern;
-        int16_t cs;
-        int32_t result;
-    } rows[] = {
+    const PatternRow rows[] = {
         {"", "", -1, -1},          {"", "*", -1, -1},          {"", "?", -1, 0},            {"a", "", -1, 0},
         {"abc", "a*", -1, -1},     {"a", "a*", -1, -1},        {"bac", "a*", -1, 0},        {"abc", "*c", -1, -1},
         {"abc", "*b", -1, 0},      {"x*", "**", -1, -1},       {"*", "**", -1, -1},         {"*x", "**", -1, 0},
@@ -24,20 +42,11 @@ TEST(SimplePattern, Table) {
         {"README.TXT", "*.txt", 0, -1}, {"README.TXT", "*.txt", 1, -1}, {"README.TXT", "*.txt", -1, 0},
         {"readme.txt", "*.txt", -1, -1}, {"[", "{", 0, 0},
     };
-    for (const Row &r : rows) {
-        EXPECT_EQ(num(cPatternMatchS, r.text, r.pattern, r.cs), r.result) << r.text << " ~ " << r.pattern << " " << r.cs;
-        if (r.cs == -1) {
-            EXPECT_EQ(num(cPatternMatch, r.text, r.pattern), r.result) << r.text << " ~ " << r.pattern;
-        }
-    }
+    expect_pattern_rows(cPatternMatchS, cPatternMatch, rows);
 }
 
 TEST(ExtendedPattern, EveryResultCode) {
-    struct Row {
-        const char *text, *pattern;
-        int16_t cs;
-        int32_t code;
-    } rows[] = {
+    const PatternRow rows[] = {
         {"abc", "abc", -1, 1}, // no wildcard characters: not even compared
         {"xyz", "abc", -1, 1},   {"", "", -1, 1},         {"A", "~41", -1, 1},    {"abc", "a*", -1, -1},
         {"abc", "[a-c]b?", -1, -1}, {"xA", "?~41", -1, -1}, {"a*", "a\\*", -1, -1}, {"abc", "[!x]\\b[c]", -1, -1},
@@ -49,12 +58,7 @@ TEST(ExtendedPattern, EveryResultCode) {
         {"ABC", "a?c", 0, -1},   {"ABC", "a?c", -1, 14},  {"A", "[a]", 0, 13},    {"xA", "?~61", 0, 17},
         {"xA", "*a", 0, -1},     {"xA", "*a", 1, -1},
     };
-    for (const Row &r : rows) {
-        EXPECT_EQ(num(cPatternExtMatchS, r.text, r.pattern, r.cs), r.code) << r.text << " ~ " << r.pattern << " " << r.cs;
-        if (r.cs == -1) {
-            EXPECT_EQ(num(cPatternExtMatch, r.text, r.pattern), r.code) << r.text << " ~ " << r.pattern;
-        }
-    }
+    expect_pattern_rows(cPatternExtMatchS, cPatternExtMatch, rows);
 }
 
 TEST(Similarity, ScoresWithTheLengthTableAndTruncatingDivisions) {
