@@ -13,8 +13,10 @@
 
 if(CMAKE_SIZEOF_VOID_P EQUAL 4)
     set(BRINDLE_DLL_NAME BRINDLE32P)
+    set(BRINDLE_BITS 32)
 else()
     set(BRINDLE_DLL_NAME BRINDLE64P)
+    set(BRINDLE_BITS 64)
 endif()
 set(BRINDLE_DEF_FILE ${BRINDLE_GENERATED}/${BRINDLE_DLL_NAME}.def)
 
@@ -38,6 +40,12 @@ target_link_options(brindle PRIVATE
     # re-exported from the static runtime libraries.
     -Wl,--exclude-all-symbols)
 target_link_libraries(brindle PRIVATE ${BRINDLE_SYSTEM_LIBS})
+
+# The version resource Explorer shows (Properties > Details); the version is
+# the project's, set once in the top-level CMakeLists.txt.
+enable_language(RC)
+configure_file(${CMAKE_SOURCE_DIR}/cmake/version.rc.in ${BRINDLE_GENERATED}/version.rc @ONLY)
+target_sources(brindle PRIVATE ${BRINDLE_GENERATED}/version.rc)
 # brindle_static (for the engine tests) is defined after this file.
 cmake_language(DEFER CALL target_link_libraries brindle_static INTERFACE ${BRINDLE_SYSTEM_LIBS})
 

@@ -1,9 +1,15 @@
 /*
- * A small client of the library, written the way a VB program uses it: load
- * the library, look each export up by its plain name, build the arguments
- * with the library's own OLE helpers, call, print what went in and came back.
+ * A short tour of the library, written the way a VB program uses it: load the
+ * library, look each export up by its plain name, build the arguments with the
+ * OLE helpers (the library's own on Linux, oleaut32's on Windows), call, print
+ * what went in and came back. One stop per subsystem: a string, a date, a
+ * sort, a checksum, a compression round trip, a path.
  *
  *   brindle_demo [path-to-library]
+ *
+ * Where the answer is known (a CRC-32 of a standard sentence, a sort, a round
+ * trip) the tour checks it and exits with 1 on a wrong answer, so the test
+ * scripts can run it as a smoke test of a freshly built library.
  */
 #include <stdint.h>
 #include <stdio.h>
@@ -23,146 +29,199 @@
 typedef uint16_t OLECHAR;
 typedef OLECHAR *BSTR;
 typedef uint32_t UINT;
+typedef int32_t LONG;
+typedef int32_t HRESULT;
+typedef uint16_t VARTYPE;
+typedef struct SAFEARRAY SAFEARRAY;
 #endif
 
 /* The OLE helpers, as a client finds them: in the library on Linux, in the
  * system on Windows. */
-typedef BSTR(CALL *AllocByteLen)(const char *, UINT); /* __stdcall on Windows, as oleaut32 */
-typedef void(CALL *FreeString)(BSTR);
-typedef UINT(CALL *ByteLen)(BSTR);
+static struct {
+    BSTR(CALL *alloc_bytes)(const char *, UINT);
+    void(CALL *free_string)(BSTR);
+    UINT(CALL *byte_len)(BSTR);
+    SAFEARRAY *(CALL *create_vector)(VARTYPE, LONG, UINT);
+    HRESULT(CALL *access)(SAFEARRAY *, void **);
+    HRESULT(CALL *unaccess)(SAFEARRAY *);
+    HRESULT(CALL *destroy)(SAFEARRAY *);
+} ole;
 
-static AllocByteLen alloc_bytes;
-static FreeString free_string;
-static ByteLen byte_len;
-
-/* Signatures of the exports called here, as the declaration module has them. */
-typedef BSTR(CALL *StrFn1)(BSTR *);                 /* cReverse(Txt As String) */
-typedef BSTR(CALL *StrFnSepN)(BSTR *, BSTR *, int32_t); /* cGetIn(Txt, Sep, ByVal n) */
-typedef int32_t(CALL *InStrFn)(int32_t, BSTR, BSTR, int16_t);
-typedef BSTR(CALL *ExtractFn)(BSTR, BSTR, BSTR, int16_t);
-typedef int32_t(CALL *SetSepFn)(BSTR *);
-typedef BSTR(CALL *GetFn)(BSTR *, int32_t);
-typedef int16_t(CALL *ChangeFn)(BSTR *, BSTR *, BSTR *); /* cChangeChars(Txt, From, To): in place */
+/* The exports called here, with the signatures their Declare lines give. */
+static struct {
+    BSTR(CALL *reverse)(BSTR *);                                  /* cReverse(Txt) */
+    BSTR(CALL *get_in)(BSTR *, BSTR *, int32_t);                  /* cGetIn(Txt, Sep, ByVal n) */
+    int32_t(CALL *in_str)(int32_t, BSTR, BSTR, int16_t);          /* cInStr(ByVal ...) */
+    BSTR(CALL *spell_number)(double, int16_t, BSTR);              /* cSpellNumber(ByVal ...) */
+    BSTR(CALL *format_date)(int32_t, BSTR *);                     /* cDT_FormatDate(ByVal d, Picture) */
+    int32_t(CALL *add_days)(int32_t, int32_t);                    /* cDT_AddDays(ByVal d, ByVal n) */
+    int16_t(CALL *sort_long)(SAFEARRAY **);                       /* cSortL(Arr() As Long) */
+    double(CALL *mean_long)(SAFEARRAY **);                        /* cMeanL(Arr() As Long) */
+    int32_t(CALL *crc32)(BSTR *);                                 /* cStringCRC32(Txt) */
+    BSTR(CALL *compress)(BSTR *);                                 /* cStringCompress(Txt) */
+    BSTR(CALL *expand)(BSTR *);                                   /* cStringExpand(Txt) */
+    BSTR(CALL *truncate_path)(BSTR, int32_t);                     /* cTruncatePath(ByVal ...) */
+} fn;
 
 static void *library;
+static int wrong;
 
-static void *need(const char *name) {
+static int need(void *slot, const char *name) {
     void *f = LOOKUP(library, name);
-    if (f == NULL) {
+    if (f == NULL)
         fprintf(stderr, "demo: export %s not found\n", name);
-        return NULL;
-    }
-    return f;
+    memcpy(slot, &f, sizeof f);
+    return f != NULL;
 }
 
-static BSTR make(const char *text) { return alloc_bytes(text, (UINT)strlen(text)); }
+static BSTR make(const char *text) { return ole.alloc_bytes(text, (UINT)strlen(text)); }
 
-static void show(const char *label, BSTR s) {
-    printf("%s\"%.*s\" (%u bytes)\n", label, (int)byte_len(s), (const char *)s, byte_len(s));
+/* Prints "label  -> "result"" and frees the result. */
+static void show(const char *label, BSTR result) {
+    printf("  %-46s -> \"%.*s\"\n", label, (int)ole.byte_len(result), (const char *)result);
+    ole.free_string(result);
+}
+
+static void check(int ok, const char *what) {
+    if (!ok) {
+        printf("  !! wrong answer: %s\n", what);
+        wrong = 1;
+    }
+}
+
+/* Finds an OLE helper: oleaut32's on Windows, the library's own on Linux. */
+static int ole_helper(void *slot, const char *name) {
+#ifdef _WIN32
+    void *f = (void *)GetProcAddress(GetModuleHandleA("oleaut32.dll"), name);
+    memcpy(slot, &f, sizeof f);
+    return f != NULL;
+#else
+    return need(slot, name);
+#endif
+}
+
+static int load(const char *path) {
+    library = LOAD(path);
+    if (library == NULL) {
+        fprintf(stderr, "demo: cannot load %s\n", path);
+        return 0;
+    }
+#ifdef _WIN32
+    LoadLibraryA("oleaut32.dll");
+#endif
+#define OLE(slot, name) ole_helper(&(slot), name)
+    int ok = OLE(ole.alloc_bytes, "SysAllocStringByteLen") & OLE(ole.free_string, "SysFreeString") &
+             OLE(ole.byte_len, "SysStringByteLen") & OLE(ole.create_vector, "SafeArrayCreateVector") &
+             OLE(ole.access, "SafeArrayAccessData") & OLE(ole.unaccess, "SafeArrayUnaccessData") &
+             OLE(ole.destroy, "SafeArrayDestroy");
+    ok &= need(&fn.reverse, "cReverse") & need(&fn.get_in, "cGetIn") & need(&fn.in_str, "cInStr") &
+          need(&fn.spell_number, "cSpellNumber") & need(&fn.format_date, "cDT_FormatDate") &
+          need(&fn.add_days, "cDT_AddDays") & need(&fn.sort_long, "cSortL") & need(&fn.mean_long, "cMeanL") &
+          need(&fn.crc32, "cStringCRC32") & need(&fn.compress, "cStringCompress") &
+          need(&fn.expand, "cStringExpand") & need(&fn.truncate_path, "cTruncatePath");
+    return ok;
+}
+
+static void strings_stop(void) {
+    printf("Strings\n");
+    BSTR text = make("Hello, Brindle");
+    show("cReverse(\"Hello, Brindle\")", fn.reverse(&text));
+    BSTR csv = make("north,south,east,west"), comma = make(",");
+    show("cGetIn(\"north,south,east,west\", \",\", 3)", fn.get_in(&csv, &comma, 3));
+    BSTR find = make("brindle");
+    printf("  %-46s -> %d\n", "cInStr(1, text, \"brindle\", False)", fn.in_str(1, text, find, 0));
+    printf("  %-46s -> %d  (case-sensitive: not found)\n", "cInStr(1, text, \"brindle\", True)",
+           fn.in_str(1, text, find, -1));
+    BSTR point = make("Point");
+    show("cSpellNumber(21.25, 2, \"Point\")", fn.spell_number(21.25, 2, point));
+    BSTR all[] = {text, csv, comma, find, point};
+    for (size_t i = 0; i < sizeof all / sizeof all[0]; ++i)
+        ole.free_string(all[i]);
+}
+
+static void dates_stop(void) {
+    printf("\nDates (packed YYYYMMDD)\n");
+    BSTR picture = make("dddd d mmmm yyyy");
+    show("cDT_FormatDate(20261124, \"dddd d mmmm yyyy\")", fn.format_date(20261124, &picture));
+    int32_t later = fn.add_days(20261124, 38);
+    printf("  %-46s -> %d\n", "cDT_AddDays(20261124, 38)", later);
+    check(later == 20270101, "38 days after 24 November 2026 is 1 January 2027");
+    show("cDT_FormatDate(that, \"dddd d mmmm yyyy\")", fn.format_date(later, &picture));
+    ole.free_string(picture);
+}
+
+static void arrays_stop(void) {
+    printf("\nArrays\n");
+    static const int32_t values[] = {42, -7, 1999, 0, 13, -7, 365};
+    enum { N = sizeof values / sizeof values[0] };
+    SAFEARRAY *arr = ole.create_vector(3 /* VT_I4: Long */, 1, N);
+    int32_t *data;
+    if (arr == NULL || ole.access(arr, (void **)&data) != 0) {
+        check(0, "SafeArrayCreateVector");
+        return;
+    }
+    memcpy(data, values, sizeof values);
+    ole.unaccess(arr);
+    printf("  %-46s    ", "Dim A(1 To 7) As Long:");
+    for (int i = 0; i < N; ++i)
+        printf("%d ", values[i]);
+    printf("\n  %-46s -> %d\n", "cSortL(A())", fn.sort_long(&arr));
+    ole.access(arr, (void **)&data);
+    printf("  %-46s    ", "A() afterwards:");
+    int sorted = 1;
+    for (int i = 0; i < N; ++i) {
+        printf("%d ", data[i]);
+        sorted &= i == 0 || data[i - 1] <= data[i];
+    }
+    ole.unaccess(arr);
+    printf("\n  %-46s -> %.4f\n", "cMeanL(A())", fn.mean_long(&arr));
+    check(sorted, "cSortL leaves the array in ascending order");
+    ole.destroy(arr);
+}
+
+static void checksum_and_compression_stop(void) {
+    printf("\nChecksums and compression\n");
+    BSTR fox = make("The quick brown fox jumps over the lazy dog");
+    int32_t crc = fn.crc32(&fox);
+    printf("  %-46s -> &H%08X\n", "cStringCRC32(\"The quick brown fox ...\")", (unsigned)crc);
+    check((uint32_t)crc == 0x414FA339u, "the CRC-32 of the fox sentence is &H414FA339");
+
+    char text[600] = "";
+    for (int i = 0; i < 12; ++i)
+        strcat(text, "to be or not to be, that is the question; ");
+    BSTR plain = make(text);
+    BSTR packed = fn.compress(&plain);
+    BSTR back = fn.expand(&packed);
+    printf("  %-46s -> %u bytes\n", "cStringCompress(504 bytes of Hamlet)", ole.byte_len(packed));
+    printf("  %-46s -> %u bytes, %s\n", "cStringExpand(that)", ole.byte_len(back),
+           ole.byte_len(back) == ole.byte_len(plain) && memcmp(back, plain, ole.byte_len(plain)) == 0
+               ? "the same text"
+               : "NOT the same text");
+    check(ole.byte_len(packed) < ole.byte_len(plain), "the repeated text gets shorter");
+    check(ole.byte_len(back) == ole.byte_len(plain) && memcmp(back, plain, ole.byte_len(plain)) == 0,
+          "expanding gives the text back");
+    BSTR all[] = {fox, plain, packed, back};
+    for (size_t i = 0; i < sizeof all / sizeof all[0]; ++i)
+        ole.free_string(all[i]);
+}
+
+static void paths_stop(void) {
+    printf("\nPaths\n");
+    BSTR path = make("C:\\Projects\\Accounts 2026\\Quarterly reports\\march.xls");
+    show("cTruncatePath(\"C:\\Projects\\...\\march.xls\", 40)", fn.truncate_path(path, 40));
+    ole.free_string(path);
 }
 
 int main(int argc, char **argv) {
     const char *path = argc > 1 ? argv[1] : "./" BRINDLE_LIBRARY_FILE;
-    library = LOAD(path);
-    if (library == NULL) {
-        fprintf(stderr, "demo: cannot load %s\n", path);
+    if (!load(path))
         return 1;
-    }
-#ifdef _WIN32
-    {
-        HMODULE ole = LoadLibraryA("oleaut32.dll");
-        alloc_bytes = (AllocByteLen)(void *)GetProcAddress(ole, "SysAllocStringByteLen");
-        free_string = (FreeString)(void *)GetProcAddress(ole, "SysFreeString");
-        byte_len = (ByteLen)(void *)GetProcAddress(ole, "SysStringByteLen");
-    }
-#else
-    *(void **)&alloc_bytes = need("SysAllocStringByteLen");
-    *(void **)&free_string = need("SysFreeString");
-    *(void **)&byte_len = need("SysStringByteLen");
-#endif
-    StrFn1 reverse, scroll_left;
-    StrFnSepN get_in, get_in_part;
-    InStrFn in_str;
-    ExtractFn extract;
-    SetSepFn set_separator;
-    GetFn get;
-    *(void **)&reverse = need("cReverse");
-    *(void **)&scroll_left = need("cScrollL");
-    *(void **)&get_in = need("cGetIn");
-    *(void **)&get_in_part = need("cGetInPart");
-    *(void **)&in_str = need("cInStr");
-    *(void **)&extract = need("cExtract");
-    *(void **)&set_separator = need("cSetDefaultSeparator");
-    *(void **)&get = need("cGet");
-    if (!alloc_bytes || !free_string || !byte_len || !reverse || !scroll_left || !get_in || !get_in_part ||
-        !in_str || !extract || !set_separator || !get)
-        return 1;
-
-    printf("Loaded %s\n\n", path);
-
-    BSTR text = make("Hello, Brindle");
-    show("cReverse          sent ", text);
-    BSTR r = reverse(&text);
-    show("                  got  ", r);
-    free_string(r);
-
-    BSTR csv = make("north,south,east,west");
-    BSTR comma = make(",");
-    show("cGetIn(.., \",\", 3) sent ", csv);
-    r = get_in(&csv, &comma, 3);
-    show("                  got  ", r);
-    free_string(r);
-
-    BSTR tag_text = make("<title>Annual report</title>");
-    BSTR open = make("<TITLE>"), close = make("</title>");
-    show("cExtract           sent ", tag_text);
-    r = extract(tag_text, open, close, 0);
-    show("  (case-insensitive) got ", r);
-    free_string(r);
-
-    BSTR find = make("brindle");
-    printf("cInStr(1, text, \"brindle\", 0)  = %d\n", in_str(1, text, find, 0));
-    printf("cInStr(1, text, \"brindle\", -1) = %d (case-sensitive: not found)\n", in_str(1, text, find, -1));
-
-    /* By reference: the library reads the caller's own variable. */
-    BSTR semicolon = make(";");
-    BSTR fields = make("a;b;c");
-    printf("cSetDefaultSeparator(\";\") = %d\n", set_separator(&semicolon));
-    r = get(&fields, 2);
-    show("cGet(\"a;b;c\", 2)   got  ", r);
-    free_string(r);
-
-    /* Nothing to do: the caller's own handle comes back, not a copy. */
-    BSTR one = make("x");
-    r = scroll_left(&one);
-    printf("cScrollL(\"x\") returned %s handle\n", r == one ? "the caller's own" : "a new");
-    if (r != one)
-        free_string(r);
-    BSTR plain = make("no-separator");
-    BSTR eq = make("=");
-    r = get_in_part(&plain, &eq, 0);
-    printf("cGetInPart(\"no-separator\", \"=\", 0) returned %s handle\n", r == plain ? "the caller's own" : "a new");
-    if (r != plain)
-        free_string(r);
-
-    /* In place: cChangeChars edits the bytes of the caller's own string. */
-    ChangeFn change_chars;
-    *(void **)&change_chars = need("cChangeChars");
-    if (!change_chars)
-        return 1;
-    BSTR edited = make("2026-11-21 05:54");
-    BSTR from = make("- :"), to = make("/.h");
-    BSTR before = edited;
-    show("cChangeChars(\"- :\" -> \"/.h\") before ", edited);
-    printf("cChangeChars returned %d\n", change_chars(&edited, &from, &to));
-    show("                                after  ", edited);
-    printf("the same handle afterwards: %s\n", edited == before ? "yes" : "no");
-    free_string(edited);
-    free_string(from);
-    free_string(to);
-
-    BSTR all[] = {text, csv, comma, tag_text, open, close, find, semicolon, fields, one, plain, eq};
-    for (size_t i = 0; i < sizeof all / sizeof all[0]; ++i)
-        free_string(all[i]);
-    return 0;
+    printf("Brindle tour: %s\n\n", path);
+    strings_stop();
+    dates_stop();
+    arrays_stop();
+    checksum_and_compression_stop();
+    paths_stop();
+    printf("\n%s\n", wrong ? "Some answers were WRONG." : "Every checked answer was right.");
+    return wrong;
 }

@@ -4,6 +4,7 @@
 # same client (cross-built) against each under Wine.
 set -euo pipefail
 cd "$(dirname "$0")/.."
+bash scripts/install-deps.sh     # silent when nothing is missing
 cmake --preset linux >/dev/null
 cmake --build --preset linux
 echo

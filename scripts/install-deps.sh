@@ -1,14 +1,22 @@
 #!/usr/bin/env bash
 # Installs what a fresh Debian bookworm machine lacks for building and
-# testing: the native toolchain, and for the Windows DLLs the MinGW-w64 cross
-# compilers, zlib built for MinGW and Wine (64-bit, and 32-bit from the i386
-# architecture). Safe to run again; installs nothing that is already there,
-# and returns at once when everything is.
+# testing: the native toolchain, Chromium and its WebDriver (the reference
+# page is tested in a real browser), and for the Windows DLLs the MinGW-w64
+# cross compilers, zlib built for MinGW and Wine (64-bit, and 32-bit from the
+# i386 architecture). Safe to run again; installs nothing that is already
+# there, and returns at once, silently, when everything is. scripts/demo.sh
+# and scripts/test.sh call it first.
 #
 # The 32-bit Wine is optional: when it cannot be installed, the Windows tests
 # still run the 64-bit DLL and say loudly that the 32-bit one was not run.
 set -euo pipefail
 export DEBIAN_FRONTEND=noninteractive
+
+# apt-get needs root; a user's machine may offer sudo instead.
+if [ "$(id -u)" -ne 0 ]; then
+    apt-get() { sudo DEBIAN_FRONTEND=noninteractive apt-get "$@"; }
+    dpkg() { if [ "$1" = --add-architecture ]; then sudo dpkg "$@"; else command dpkg "$@"; fi; }
+fi
 
 missing() {
     local out=()
@@ -26,7 +34,7 @@ update_once() {
     fi
 }
 
-need=$(missing g++ cmake python3 libgtest-dev zlib1g-dev \
+need=$(missing g++ cmake python3 libgtest-dev libbenchmark-dev zlib1g-dev chromium chromium-driver \
     g++-mingw-w64-i686 g++-mingw-w64-x86-64 libz-mingw-w64-dev wine64)
 if [ -n "$need" ]; then
     update_once

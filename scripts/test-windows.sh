@@ -2,7 +2,8 @@
 # Builds BRINDLE32P.dll and BRINDLE64P.dll with MinGW-w64 and runs the whole
 # suite against them under Wine (32-bit programs with `wine`, 64-bit with
 # `wine64`): the test programs, the export, import and stack-size checks of
-# each DLL, and the demonstration client. scripts/install-deps.sh installs the
+# each DLL, and the demonstration client; then packs both DLLs into the
+# archive users download and checks it. scripts/install-deps.sh installs the
 # toolchain and Wine.
 #
 # Without the 32-bit Wine (wine32:i386) the 64-bit DLL is still tested and the
@@ -88,7 +89,7 @@ for p in "${runnable[@]}"; do
     echo "--- $p: demonstration client"
     dll=$(dll_of "$p")
     if out=$(cd "build/$p" && "$(loader_of "$p")" brindle_demo.exe "$dll" </dev/null 2>&1) &&
-        grep -q 'got  "eldnirB ,olleH"' <<<"$out"; then
+        grep -q 'Every checked answer was right' <<<"$out"; then
         echo "$out"
         note "$p: demo ran"
     else
@@ -97,6 +98,19 @@ for p in "${runnable[@]}"; do
         overall=1
     fi
 done
+
+# The archive a user downloads, made from the DLLs tested above.
+if [ ${#runnable[@]} -eq 2 ] && [ "$overall" -eq 0 ]; then
+    echo
+    echo "--- package"
+    if archive=$(bash scripts/package.sh --no-build) &&
+        python3 tools/check_package.py "$archive" build/win32 build/win64; then
+        note "package: $archive checked"
+    else
+        note "package: FAILED"
+        overall=1
+    fi
+fi
 
 echo
 echo "--- Windows summary"

@@ -6,6 +6,9 @@
 set -uo pipefail
 cd "$(dirname "$0")/.."
 
+# What a fresh machine lacks (silent when nothing is missing).
+bash scripts/install-deps.sh || { echo "TESTS FAILED: scripts/install-deps.sh could not install what the tests need"; exit 1; }
+
 declare -a names results
 overall=0
 

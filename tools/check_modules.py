@@ -17,6 +17,9 @@ requires:
   - PtrSafe on every Declare of the VBA7 module, on none of the VB6 module,
     and no LongPtr or LongLong anywhere in the VB6 module;
   - every record Type of the list declared once in each module, fields equal;
+  - one module per family under vb6/ and vba7/ declaring exactly that family's
+    exports, a BrindleCore.bas with the loader, and every record once per
+    dialect, beside the exports that use it or in BrindleCore.bas;
   - what VB itself refuses: lines longer than 1023 characters, more than 24
     line continuations in one statement, a Declare or Type after the first
     procedure, unbalanced #If blocks, a name that is a VB keyword used
@@ -98,7 +101,7 @@ def parse_args(text, where, problems):
     return args
 
 
-def read_list(directory, problems):
+def read_list(directory, problems, families=None):
     decls, records = {}, {}
     for fname in sorted(f for f in os.listdir(directory) if f.endswith(".bas")):
         with open(os.path.join(directory, fname), encoding="utf-8") as f:
@@ -123,6 +126,8 @@ def read_list(directory, problems):
                 continue
             kind, name, args, result = m.groups()
             decls[name] = (kind.lower(), parse_args(args, where, problems), (result or "").lower())
+            if families is not None:
+                families[name] = fname.split("_", 1)[0]
     return decls, records
 
 
@@ -142,7 +147,7 @@ def check_module(text, label, decls, records, vb6, problems):
             bad(number, "line not ended by CR LF")
         if len(line.rstrip("\r")) > 1023:
             bad(number, "longer than the 1023 characters VB accepts")
-    module_name = os.path.splitext(label)[0]
+    module_name = os.path.splitext(os.path.basename(label))[0]
     if not lines or lines[0].rstrip("\r") != f'Attribute VB_Name = "{module_name}"':
         bad(1, f'the first line must be Attribute VB_Name = "{module_name}"')
 
@@ -251,12 +256,70 @@ def check_module(text, label, decls, records, vb6, problems):
             problems.add(f"{label}: Type {name} is not in the list")
 
 
-def check(exports_dir, modules, problems):
-    decls, records = read_list(exports_dir, problems)
+def declared_records(text):
+    """Names of the Type blocks of a module."""
+    return [m.group(1) for _, _, st in statements(text) for m in [TYPE_START.match(st)] if m]
+
+
+def check_family_modules(generated, decls, records, families, problems):
+    """vb6/ and vba7/: one module per family declaring exactly that family's exports,
+    and BrindleCore.bas with the loader; every record once per dialect, in the module of
+    the exports that use it or in BrindleCore.bas."""
+    for folder, vb6 in (("vb6", True), ("vba7", False)):
+        path = os.path.join(generated, folder)
+        names = sorted(f for f in os.listdir(path) if f.endswith(".bas")) if os.path.isdir(path) else []
+        if "BrindleCore.bas" not in names:
+            problems.add(f"{folder}: no BrindleCore.bas")
+            continue
+        texts = {}
+        for name in names:
+            with open(os.path.join(path, name), encoding="utf-8", newline="") as f:
+                texts[name] = f.read()
+        homes = {}
+        for name, text in texts.items():
+            for record in declared_records(text):
+                if record in homes:
+                    problems.add(f"{folder}: Type {record} in {homes[record]} and {name}")
+                homes[record] = name
+        covered = set()
+        for name, text in texts.items():
+            label = f"{folder}/{name}"
+            own = {r: f for r, f in records.items() if homes.get(r) == name}
+            if name == "BrindleCore.bas":
+                if not re.search(r"^Public Function BrindleLoad\b", text, re.M):
+                    problems.add(f"{label}: no BrindleLoad")
+                check_module(text, label, {}, own, vb6, problems)
+                continue
+            declared = {m.group(6) or m.group(4) for _, _, st in statements(text)
+                        for m in [DECLARE.match(st)] if m}
+            keys = {families.get(d) for d in declared}
+            if len(keys) != 1:
+                problems.add(f"{label}: declares exports of {len(keys)} families")
+                continue
+            key = keys.pop()
+            members = {d: v for d, v in decls.items() if families[d] == key}
+            covered |= set(members)
+            check_module(text, label, members, own, vb6, problems)
+            for d in members:
+                for arg in members[d][1]:
+                    used = next((r for r in records if r.lower() == arg[4]), None)
+                    if used and homes.get(used) not in (name, "BrindleCore.bas"):
+                        problems.add(f"{label}: {d} takes Type {used}, declared in neither it nor BrindleCore.bas")
+        for d in sorted(set(decls) - covered):
+            problems.add(f"{folder}: {d} is in no family module")
+        for r in sorted(set(records) - set(homes)):
+            problems.add(f"{folder}: Type {r} is in no module")
+
+
+def check(exports_dir, modules, problems, generated=None):
+    families = {}
+    decls, records = read_list(exports_dir, problems, families)
     if not decls:
         problems.add("the list of exports is empty")
     check_module(modules["BRINDLE32P.bas"], "BRINDLE32P.bas", decls, records, True, problems)
     check_module(modules["BRINDLE64P.bas"], "BRINDLE64P.bas", decls, records, False, problems)
+    if generated is not None:
+        check_family_modules(generated, decls, records, families, problems)
     return decls
 
 
@@ -331,7 +394,7 @@ def synthetic_self_test():
         exports = os.path.join(tmp, "exports")
         out = os.path.join(tmp, "out")
         os.makedirs(exports)
-        with open(os.path.join(exports, "synthetic.bas"), "w", encoding="utf-8") as f:
+        with open(os.path.join(exports, "strings_synthetic.bas"), "w", encoding="utf-8") as f:
             f.write(SYNTHETIC_LIST)
         subprocess.run([sys.executable, os.path.join(here, "gen_exports.py"), exports, out], check=True)
         modules = {}
@@ -339,7 +402,7 @@ def synthetic_self_test():
             with open(os.path.join(out, name), encoding="utf-8", newline="") as f:
                 modules[name] = f.read()
         problems = Problems()
-        check(exports, modules, problems)
+        check(exports, modules, problems, out)
         if 'Alias "Open"' not in modules["BRINDLE32P.bas"]:
             problems.add("synthetic: the keyword-named export has no Alias")
         if " _\r\n" not in modules["BRINDLE64P.bas"]:
@@ -358,7 +421,7 @@ def main(argv):
         with open(os.path.join(generated, name), encoding="utf-8", newline="") as f:
             modules[name] = f.read()
     problems = Problems()
-    decls = check(exports_dir, modules, problems)
+    decls = check(exports_dir, modules, problems, generated)
     for p in problems:
         print(p)
     print(f"{len(decls)} exports, {len(problems)} problems in the declaration modules")

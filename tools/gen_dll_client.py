@@ -74,7 +74,7 @@ def main(argv):
         print(__doc__, file=sys.stderr)
         return 2
     try:
-        decls, _ = gen_exports.read_list(argv[1])
+        decls = gen_exports.read_list(argv[1])[0]
     except gen_exports.ListError as e:
         print(f"gen_dll_client: {e}", file=sys.stderr)
         return 1

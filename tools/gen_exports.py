@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Generate everything that names an export from the one list in exports/*.bas.
 
-Usage: gen_exports.py EXPORTS_DIR OUTPUT_DIR [EXTRA_EXPORTS]
+Usage: gen_exports.py EXPORTS_DIR OUTPUT_DIR [EXTRA_EXPORTS] [--version X.Y.Z]
 
 Reads every .bas file of EXPORTS_DIR in name order (Declare lines and Type
 blocks, VB syntax, no Lib clause) and writes into OUTPUT_DIR:
@@ -12,6 +12,8 @@ blocks, VB syntax, no Lib clause) and writes into OUTPUT_DIR:
   BRINDLE64P.def      64-bit module definition
   BRINDLE32P.bas      VB6 declaration module
   BRINDLE64P.bas      VBA7 declaration module (PtrSafe, LongPtr)
+  vb6/*.bas, vba7/*.bas  one module per family, and BrindleCore.bas (tools/vb_modules.py)
+  reference.html      the searchable reference (tools/reference_html.py)
   brindle32p.map      Linux version script: the exports, plus the names listed
                       in EXTRA_EXPORTS (the OLE subset), and nothing else
 
@@ -21,6 +23,10 @@ recompile everything after an unrelated edit of the list.
 import os
 import re
 import sys
+
+import reference_html
+import reference_text
+import vb_modules
 
 SCALARS = {
     # VB type: (C by value, C by reference, 32-bit stack bytes by value)
@@ -70,8 +76,12 @@ class ListError(Exception):
 
 
 def logical_lines(path):
-    """Yield (line number, text) with comments removed and ' _' continuations joined."""
-    pending, start = "", 0
+    """Yield (line number, text, comment block) per statement, ' _' continuations joined.
+
+    The comment block is the run of ' lines directly above the statement (no empty
+    line between), as written: the statement's reference text.
+    """
+    pending, start, block = "", 0, []
     with open(path, encoding="utf-8") as f:
         for number, raw in enumerate(f, 1):
             line = raw.rstrip("\n")
@@ -79,6 +89,10 @@ def logical_lines(path):
                 start = number
             stripped = line.strip()
             if stripped.startswith("'"):
+                block.append(stripped)
+                continue
+            if not stripped and not pending:
+                block = []
                 continue
             if stripped.endswith(" _"):
                 pending += stripped[:-2] + " "
@@ -86,7 +100,22 @@ def logical_lines(path):
             text = (pending + stripped).strip()
             pending = ""
             if text:
-                yield start, text
+                yield start, text, block
+                block = []
+
+
+def file_intro(path):
+    """The family introduction: the first comment block of the file when an empty line
+    ends it (comment lines, quote included)."""
+    block = []
+    with open(path, encoding="utf-8") as f:
+        for raw in f:
+            stripped = raw.strip()
+            if stripped.startswith("'"):
+                block.append(stripped)
+            else:
+                return block if not stripped else []
+    return []
 
 
 # Argument names that VB allows but C or C++ reserve.
@@ -128,24 +157,35 @@ def parse_arg(text, where, records):
 
 
 def read_list(directory):
+    """The list: (exports, records, record_docs, intros).
+
+    exports: dicts of kind, name, args, result, args_text, file, line, doc;
+    records: name -> field lines; record_docs: name -> dict(file, line, doc);
+    intros: file name -> the family introduction's comment lines.
+    """
     files = sorted(f for f in os.listdir(directory) if f.endswith(".bas"))
-    decls, records, seen = [], {}, {}
+    decls, records, record_docs, intros, seen = [], {}, {}, {}, {}
     # First pass: record names, so that arguments may name records of any file.
     for fname in files:
+        path = os.path.join(directory, fname)
+        intros[fname] = file_intro(path)
         in_type = None
-        for number, text in logical_lines(os.path.join(directory, fname)):
+        for number, text, doc in logical_lines(path):
             if in_type is None:
                 m = TYPE_START.match(text)
                 if m:
                     in_type = m.group(1)
+                    if in_type in records:
+                        raise ListError(f"{fname}:{number}: Type {in_type} is already declared")
                     records[in_type] = []
+                    record_docs[in_type] = dict(file=fname, line=number, doc=doc)
             elif TYPE_END.match(text):
                 in_type = None
             else:
                 records[in_type].append(text)
     for fname in files:
         in_type = False
-        for number, text in logical_lines(os.path.join(directory, fname)):
+        for number, text, doc in logical_lines(os.path.join(directory, fname)):
             where = f"{fname}:{number}"
             if TYPE_START.match(text):
                 in_type = True
@@ -167,8 +207,8 @@ def read_list(directory):
                 raise ListError(f"{where}: a Sub has no result type")
             args = [parse_arg(a, where, records) for a in args_text.split(",")] if args_text.strip() else []
             decls.append(dict(kind=kind.capitalize(), name=name, args=args, result=result,
-                              args_text=args_text.strip(), file=fname))
-    return decls, records
+                              args_text=args_text.strip(), file=fname, line=number, doc=doc))
+    return decls, records, record_docs, intros
 
 
 def write_if_changed(path, content):
@@ -243,243 +283,12 @@ def def_file(decls, library, decorate):
     return "\n".join(out) + "\n"
 
 
-def vb_args(decl, vb6):
-    text = decl["args_text"]
-    return re.sub(r"\bLongPtr\b", "Long", text) if vb6 else text
-
-
-# Words that VB does not accept as the name of a procedure; an export named
-# like one of them is declared under another name with an Alias clause.
-VB_RESERVED = {
-    w.lower() for w in """
-    AddressOf And Any As Attribute Boolean ByRef Byte ByVal Call Case CBool CByte CCur CDate
-    CDbl CDec CInt CLng CLngLng CLngPtr Close Const CSng CStr Currency CVar CVErr Date Debug
-    Decimal Declare DefBool DefByte DefCur DefDate DefDbl DefDec DefInt DefLng DefLngLng
-    DefLngPtr DefObj DefSng DefStr DefVar Dim Do Double Each Else ElseIf Empty End EndIf Enum
-    Eqv Erase Error Event Exit False Fix For Friend Function Get Global GoSub GoTo If Imp
-    Implements In Input InputB Int Integer Is LBound Len LenB Let Like Line Lock Long LongLong
-    LongPtr Loop LSet Me Mid MidB Mod New Next Not Nothing Null Object On Open Option Optional
-    Or ParamArray Preserve Print Private PtrSafe Public Put RaiseEvent ReDim Rem Resume Return
-    RSet Seek Select Set Sgn Shared Single Spc Static Step Stop String Sub Tab Then To True
-    Type TypeOf UBound Unlock Until Variant Wend While With WithEvents Write Xor
-    """.split()
-}
-VB_IDENTIFIER = re.compile(r"^[A-Za-z][A-Za-z0-9_]{0,254}$")
-
-# VB refuses physical lines longer than 1023 characters and statements of
-# more than 25 physical lines; long Declares are wrapped well inside both.
-VB_WRAP = 110
-
-
-def vb_name(name):
-    """The name VB declares an export under (its own, unless VB refuses it)."""
-    if VB_IDENTIFIER.match(name) and name.lower() not in VB_RESERVED:
-        return name
-    base = re.sub(r"[^A-Za-z0-9_]", "_", name).lstrip("_") or "x"
-    if not base[0].isalpha():
-        base = "x" + base
-    return base + "_"
-
-
-def wrap_declare(head, args, tail, indent):
-    """One Declare statement, continued with " _" when it is long."""
-    one = f"{head}({', '.join(args)}){tail}"
-    if len(indent) + len(one) <= VB_WRAP:
-        return [indent + one]
-    lines, current = [], f"{head}("
-    for i, arg in enumerate(args):
-        piece = arg + (", " if i + 1 < len(args) else f"){tail}")
-        if len(current) + len(piece) > VB_WRAP and current.strip():
-            lines.append(current.rstrip() + " _")
-            current = "        "
-        current += piece
-    lines.append(current)
-    if len(lines) > 24:
-        raise ListError(f"{head}: too many arguments for one VB statement")
-    return [indent + l for l in lines]
-
-
-def split_args(text):
-    return [a.strip() for a in text.split(",")] if text.strip() else []
-
-
-def vb_lines(decl, lib, vb6, indent=""):
-    result = decl["result"]
-    if vb6 and result == "LongPtr":
-        result = "Long"
-    head = "Declare" if vb6 else "Declare PtrSafe"
-    name = vb_name(decl["name"])
-    alias = f' Alias "{decl["name"]}"' if name != decl["name"] else ""
-    tail = f" As {result}" if decl["kind"] == "Function" else ""
-    return wrap_declare(f'{head} {decl["kind"]} {name} Lib "{lib}.dll"{alias} ',
-                        split_args(vb_args(decl, vb6)), tail, indent)
-
-
-def vb_line(decl, lib, vb6):
-    return "\r\n".join(vb_lines(decl, lib, vb6))
-
-
-def vb_types(records, vb6, indent=""):
-    out = []
-    for name, fields in records.items():
-        out.append(f"{indent}Type {name}")
-        for field in fields:
-            f = re.sub(r"\bLongPtr\b", "Long", field) if vb6 else field
-            out.append(f"{indent}    {f}")
-        out.append(f"{indent}End Type")
-        out.append("")
-    return out
-
-
-# The loader helper. Declare finds a DLL through the system's search order,
-# in which the folder of a document is not, and the folder of a VB program
-# only when the program runs compiled. Loading the DLL once by its full path
-# makes every Declare of the module find it. VB6 takes the program's folder;
-# VBA asks the host for the folder of the workbook, document or database
-# that holds the code.
-VB6_LOADER = r"""
-' Loader helper: call BrindleLoad once before the first call of the library
-' (in Form_Load or Sub Main). It loads BRINDLE32P.dll from the program's
-' folder, or from Folder when given, and says in plain words what is wrong
-' when it cannot. Returns True when the library is ready.
-Private Declare Function BrindleLoadLibrary Lib "kernel32" Alias "LoadLibraryA" (ByVal FileName As String) As Long
-Private Declare Function BrindleModuleHandle Lib "kernel32" Alias "GetModuleHandleA" (ByVal ModuleName As String) As Long
-
-Public Function BrindleLoad(Optional ByVal Folder As String = "") As Boolean
-    Const DllName As String = "BRINDLE32P.dll"
-    Dim Path As String, Problem As String, Found As Boolean, Failure As Long
-    If BrindleModuleHandle(DllName) <> 0 Then
-        BrindleLoad = True
-        Exit Function
-    End If
-    If Len(Folder) = 0 Then Folder = App.Path
-    If Right$(Folder, 1) <> "\" Then Folder = Folder & "\"
-    Path = Folder & DllName
-    On Error Resume Next
-    Found = Len(Dir$(Path, vbNormal Or vbReadOnly Or vbHidden Or vbSystem Or vbArchive)) > 0
-    On Error GoTo 0
-    If Found Then
-        If BrindleLoadLibrary(Path) = 0 Then Failure = Err.LastDllError Else Failure = -1
-    End If
-    If Not Found Then
-        Problem = DllName & " was not found in " & Folder & "." & vbCrLf & _
-            "Copy it into the program's folder."
-    ElseIf Failure <> -1 Then
-        If Failure = 193 Then
-            Problem = Path & " is not a 32-bit DLL." & vbCrLf & _
-                "A VB6 program needs BRINDLE32P.dll, the 32-bit library."
-        Else
-            Problem = Path & " could not be loaded (Windows error " & Failure & ")."
-        End If
-    Else
-        BrindleLoad = True
-        Exit Function
-    End If
-    MsgBox Problem, vbExclamation, DllName
-End Function
-"""
-
-VBA7_LOADER = r"""
-' Loader helper: call BrindleLoad once before the first call of the library
-' (in Workbook_Open or AutoExec, for instance). It loads the DLL that matches
-' Office's bitness from the folder of the workbook, document or database
-' holding this code, or from Folder when given, and says in plain words what
-' is wrong when it cannot. Returns True when the library is ready.
-Private Declare PtrSafe Function BrindleLoadLibrary Lib "kernel32" Alias "LoadLibraryA" (ByVal FileName As String) As LongPtr
-Private Declare PtrSafe Function BrindleModuleHandle Lib "kernel32" Alias "GetModuleHandleA" (ByVal ModuleName As String) As LongPtr
-
-Private Function BrindleHostFolder() As String
-    Dim Host As Object
-    Set Host = Application
-    On Error Resume Next
-    BrindleHostFolder = Host.ThisWorkbook.Path            ' Excel
-    If Len(BrindleHostFolder) = 0 Then BrindleHostFolder = Host.MacroContainer.Path    ' Word
-    If Len(BrindleHostFolder) = 0 Then BrindleHostFolder = Host.CurrentProject.Path    ' Access
-    If Len(BrindleHostFolder) = 0 Then BrindleHostFolder = Host.ActivePresentation.Path ' PowerPoint
-    On Error GoTo 0
-End Function
-
-Public Function BrindleLoad(Optional ByVal Folder As String = "") As Boolean
-#If Win64 Then
-    Const DllName As String = "BRINDLE64P.dll"
-    Const Bits As String = "64"
-#Else
-    Const DllName As String = "BRINDLE32P.dll"
-    Const Bits As String = "32"
-#End If
-    Dim Path As String, Problem As String, Found As Boolean, Failure As Long
-    If BrindleModuleHandle(DllName) <> 0 Then
-        BrindleLoad = True
-        Exit Function
-    End If
-    If Len(Folder) = 0 Then Folder = BrindleHostFolder()
-    If Len(Folder) = 0 Then
-        Problem = "Save the file first: " & DllName & " is loaded from the folder that holds it."
-    Else
-        If Right$(Folder, 1) <> "\" Then Folder = Folder & "\"
-        Path = Folder & DllName
-        On Error Resume Next
-        Found = Len(Dir$(Path, vbNormal Or vbReadOnly Or vbHidden Or vbSystem Or vbArchive)) > 0
-        On Error GoTo 0
-        If Found Then
-            If BrindleLoadLibrary(Path) = 0 Then Failure = Err.LastDllError Else Failure = -1
-        End If
-        If Not Found Then
-            Problem = DllName & " was not found in " & Folder & "." & vbCrLf & _
-                "This is " & Bits & "-bit Office: copy " & DllName & " next to the file."
-        ElseIf Failure <> -1 Then
-            If Failure = 193 Then
-                Problem = Path & " is not a " & Bits & "-bit DLL." & vbCrLf & _
-                    "This is " & Bits & "-bit Office: it needs the " & Bits & "-bit library " & DllName & "."
-            Else
-                Problem = Path & " could not be loaded (Windows error " & Failure & ")."
-            End If
-        Else
-            BrindleLoad = True
-            Exit Function
-        End If
-    End If
-    MsgBox Problem, vbExclamation, DllName
-End Function
-"""
-
-
-def vb_block(text):
-    return text.strip("\n").split("\n")
-
-
-def vb6_module(decls, records):
-    out = ['Attribute VB_Name = "BRINDLE32P"',
-           "' Declarations of BRINDLE32P.dll for Visual Basic 4, 5 and 6.",
-           "' Generated from the library's list of exports. Do not edit.",
-           "Option Explicit", ""]
-    out += vb_types(records, vb6=True)
-    for d in decls:
-        out += vb_lines(d, "BRINDLE32P", vb6=True)
-    out.append("")
-    out += vb_block(VB6_LOADER)
-    return "\r\n".join(out) + "\r\n"
-
-
-def vba7_module(decls, records):
-    out = ['Attribute VB_Name = "BRINDLE64P"',
-           "' Declarations of BRINDLE64P.dll (64-bit Office) and BRINDLE32P.dll (32-bit Office)",
-           "' for VBA7. Generated from the library's list of exports. Do not edit.",
-           "Option Explicit", ""]
-    out += vb_types(records, vb6=False)
-    out.append("#If Win64 Then")
-    for d in decls:
-        out += vb_lines(d, "BRINDLE64P", vb6=False, indent="    ")
-    out.append("#Else")
-    for d in decls:
-        out += vb_lines(d, "BRINDLE32P", vb6=False, indent="    ")
-    out.append("#End If")
-    out.append("")
-    out += vb_block(VBA7_LOADER)
-    return "\r\n".join(out) + "\r\n"
-
-
 def main(argv):
+    version = "0.0.0"
+    if "--version" in argv:
+        i = argv.index("--version")
+        version = argv[i + 1]
+        argv = argv[:i] + argv[i + 2:]
     if len(argv) not in (3, 4):
         print(__doc__, file=sys.stderr)
         return 2
@@ -489,8 +298,18 @@ def main(argv):
         with open(argv[3], encoding="utf-8") as f:
             extra = [l.strip() for l in f if l.strip() and not l.startswith("#")]
     try:
-        decls, records = read_list(exports_dir)
-    except ListError as e:
+        decls, records, record_docs, intros = read_list(exports_dir)
+        # Missing or ill-fitting reference text is the checker's to report
+        # (tools/check_reference.py); the build goes on with what there is.
+        entries = reference_text.build(decls, records, record_docs, [])
+        summaries = {}
+        for e in entries:
+            summaries[e.name] = e.summary
+            for name, remark in e.follower_notes.items():
+                summaries[name] = f"{e.summary} {remark[:1].upper()}{remark[1:]}".strip()
+        texts = vb_modules.modules(decls, records, summaries)
+        page = reference_html.render(entries, decls, records, intros, version)
+    except (ListError, ValueError) as e:
         print(f"gen_exports: {e}", file=sys.stderr)
         return 1
     write_if_changed(os.path.join(out_dir, "brindle", "exports.h"), c_header(decls, records))
@@ -498,8 +317,9 @@ def main(argv):
                      "".join(f"{d['name']} {stack_bytes(d)}\n" for d in decls))
     write_if_changed(os.path.join(out_dir, "BRINDLE32P.def"), def_file(decls, "BRINDLE32P", True))
     write_if_changed(os.path.join(out_dir, "BRINDLE64P.def"), def_file(decls, "BRINDLE64P", False))
-    write_if_changed(os.path.join(out_dir, "BRINDLE32P.bas"), vb6_module(decls, records))
-    write_if_changed(os.path.join(out_dir, "BRINDLE64P.bas"), vba7_module(decls, records))
+    for path, text in texts.items():
+        write_if_changed(os.path.join(out_dir, path), text)
+    write_if_changed(os.path.join(out_dir, "reference.html"), page)
     names = [d["name"] for d in decls] + extra
     write_if_changed(os.path.join(out_dir, "brindle32p.map"),
                      "{\n  global:\n" + "".join(f"    {n};\n" for n in names) + "  local: *;\n};\n")
