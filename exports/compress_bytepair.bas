@@ -1,4 +1,4 @@
-' Byte-pair compression of strings and files (the "KOV" format).
+' Byte-pair compression: strings and files in the "KOV" format.
 
 ' Compresses a file with byte-pair encoding.
 ' The data are packed in blocks of at most 5,000 bytes: in each block the most frequent

@@ -1,4 +1,4 @@
-' Gzip files and zlib streams in strings (with or without a 4-byte length prefix).
+' Gzip and zlib: gzip files, and zlib streams in strings with or without a 4-byte length prefix.
 
 ' Compresses a file into a gzip file.
 ' The target is a standard gzip file (deflate at zlib's default level) that gzip and

@@ -1,4 +1,4 @@
-' LZARI compression of files.
+' LZARI compression: files packed with the LZARI coder and unpacked again.
 
 ' Compresses a file with LZARI.
 ' LZARI replaces repeated strings of 3 to 80 bytes found in the last 4,096 bytes by

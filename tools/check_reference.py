@@ -3,7 +3,8 @@
 
 Usage: check_reference.py EXPORTS_DIR [--self-test]
 
-Fails when an export or record has no reference text (its own, or a "Like cName" line
+Fails when a file does not open with its family's introduction ("' Title: ..." and an empty
+line), when an export or record has no reference text (its own, or a "Like cName" line
 naming a documented export above it in the same file), when the first sentence does not end,
 when an argument or field is not described or is described twice or out of order, when a
 Function has no Returns: section, or when the text names an export that is not in the list
@@ -49,12 +50,17 @@ DAMAGES = [
     ("an unknown export named", "see cSumI for sums", "see cSumQ for sums"),
     ("a first sentence without a full stop", "Gives the sum of the elements.", "Gives the sum of the elements"),
     ("an argument described twice", "' Arr: the array.\n", "' Arr: the array.\n' Arr: again.\n"),
+    ("a file without its introduction", "' Samples: a family for the self-test.\n\n", ""),
 ]
 
 
 def problems_of(directory):
-    decls, records, record_docs, _ = gen_exports.read_list(directory)
+    decls, records, record_docs, intros = gen_exports.read_list(directory)
     problems = []
+    # Each file opens with its family's introduction: "' Title: what it does."
+    for fname, intro in sorted(intros.items()):
+        if not intro or ":" not in intro[0]:
+            problems.append(f"{fname}:1: no introduction \"' Title: ...\" followed by an empty line")
     reference_text.build(decls, records, record_docs, problems)
     return decls, records, problems
 

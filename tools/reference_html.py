@@ -117,7 +117,8 @@ def section_title(fname, intro):
     text = " ".join(l.strip()[1:].strip() for l in intro)
     if ":" in text:
         title, rest = text.split(":", 1)
-        return title.strip(), rest.strip()
+        rest = rest.strip()
+        return title.strip(), rest[:1].upper() + rest[1:]
     return fname[:-4], text
 
 
