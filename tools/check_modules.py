@@ -14,6 +14,8 @@ requires:
   - the arguments (count, names, ByVal/ByRef, arrays, Optional, types) and
     the result type of each Declare equal the list's; in the VB6 module a
     LongPtr of the list is a Long;
+  - a comment line (the first sentence of the export's reference text) right
+    above every Declare of the library;
   - PtrSafe on every Declare of the VBA7 module, on none of the VB6 module,
     and no LongPtr or LongLong anywhere in the VB6 module;
   - every record Type of the list declared once in each module, fields equal;
@@ -147,6 +149,12 @@ def check_module(text, label, decls, records, vb6, problems):
             bad(number, "line not ended by CR LF")
         if len(line.rstrip("\r")) > 1023:
             bad(number, "longer than the 1023 characters VB accepts")
+    # Each Declare of the library carries the first sentence of its reference
+    # text as the comment right above it, for the VB editor to show.
+    for number, line in enumerate(lines[1:], 2):
+        if re.match(r'\s*Declare\b.*\bLib\s+"BRINDLE', line, re.I) and \
+                not lines[number - 2].lstrip().startswith("'"):
+            bad(number, "a Declare without its comment line above it")
     module_name = os.path.splitext(os.path.basename(label))[0]
     if not lines or lines[0].rstrip("\r") != f'Attribute VB_Name = "{module_name}"':
         bad(1, f'the first line must be Attribute VB_Name = "{module_name}"')
@@ -362,6 +370,7 @@ def damages(modules, decls):
         ("a Declare after a procedure", "BRINDLE32P.bas", vb6.replace(line6 + "\n", "", 1) + line6 + "\n"),
         ("an unbalanced #If", "BRINDLE64P.bas", vba7.replace("#End If\r\n", "", 1)),
         ("a line VB cannot read", "BRINDLE32P.bas", vb6.replace(line6, line6 + " " * 1100, 1)),
+        ("a Declare's comment dropped", "BRINDLE32P.bas", re.sub(r"'[^\r\n]*\r\n(" + re.escape(line6) + ")", r"\1", vb6, count=1)),
     ]
     return out
 
@@ -369,18 +378,24 @@ def damages(modules, decls):
 # A list with what the real one may not have yet: records with pointer-sized
 # fields, a Sub, an export named like a VB keyword, a Declare too long for
 # one line, arrays, Optional and Any.
-SYNTHETIC_LIST = """' synthetic
+SYNTHETIC_LIST = """' Synthetic: a list with what the real one may not have yet.
+
+' A span.
 Type Span
     Start As Long
     Data As LongPtr
     Name As String * 16
 End Type
+' A pair of spans.
 Type Pair
     Left As Span
     Right As Double
 End Type
+' Clears a span.
 Declare Sub cClearSpan (S As Span)
+' Opens a handle.
 Declare Function Open (ByVal Handle As LongPtr, Buffer As Any) As LongPtr
+' Takes every type there is.
 Declare Function cWide (ByVal Alpha As Long, ByVal Beta As Double, Gamma As String, ByVal Delta As String, _
     Epsilon() As Long, ByVal Zeta As Currency, ByVal Eta As Date, Theta As Variant, ByVal Iota As Boolean, _
     ByVal Kappa As Byte, ByVal Lambda As Single, ByVal Mu As Integer, P As Pair, Optional ByVal Nu As Long) As Double
