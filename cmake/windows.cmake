@@ -38,7 +38,11 @@ target_link_options(brindle PRIVATE
     -Wl,--no-undefined
     # Nothing but the listed names: no auto-export of every global, nothing
     # re-exported from the static runtime libraries.
-    -Wl,--exclude-all-symbols)
+    -Wl,--exclude-all-symbols
+    # No DWARF debug information in the DLL users get (no Windows debugger
+    # reads it; it would make the DLL ten times larger). The tests run this
+    # very file, and the package ships it.
+    -s)
 target_link_libraries(brindle PRIVATE ${BRINDLE_SYSTEM_LIBS})
 
 # The version resource Explorer shows (Properties > Details); the version is
