@@ -107,16 +107,9 @@ Declare Function cRcsCountFileDir (ByVal Which As Integer, ByVal Root As String,
 ' Note: each file counts its size modulo 4 GB (its 32-bit size); the total itself does
 '   not wrap.
 Declare Function cRcsFilesSize (ByVal Root As String, ByVal Mask As String, ByVal Recurse As Long) As Double
-' Adds up the space on disk that the files matching a mask take in a directory tree.
-' The tree is walked as cRcsCountFileDir walks it; each size is rounded up to whole
-' clusters of Root's drive (of the current drive when Root names none), and an empty
-' file takes nothing.
-' Root: the directory to start from, with or without a trailing backslash.
-' Mask: the file name mask, with * and ?, matched without regard to case; "" or "*.*"
-'   takes every file.
-' Recurse: 0 walks Root alone; any other value walks the whole tree.
-' Returns: the total in bytes; 0 when nothing matches, and when Root is "" or does not
-'   exist.
+' Like cRcsFilesSize, adding up the space the files take on disk: each size is
+'   rounded up to whole clusters of Root's drive (of the current drive when Root
+'   names none), and an empty file takes nothing.
 Declare Function cRcsFilesSizeOnDisk (ByVal Root As String, ByVal Mask As String, ByVal Recurse As Long) As Double
 ' Gives the share of disk space that the files matching a mask in a directory tree leave
 ' unused in their last clusters.

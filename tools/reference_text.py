@@ -151,7 +151,7 @@ def build(decls, records, record_docs, problems):
     for fname, line, kind, name, item in order:
         where = f"{fname}:{line}"
         doc = [strip_quote(l) for l in item["doc"]]
-        if kind == "export" and len(doc) == 1:
+        if kind == "export" and doc:
             like = LIKE.match(doc[0].strip())
             if like:
                 leader = by_name.get(like.group(1))
@@ -160,7 +160,8 @@ def build(decls, records, record_docs, problems):
                                     f"export above it in {fname}")
                     continue
                 leader.members.append(item)
-                leader.follower_notes[name] = like.group(2)
+                remark = " ".join([like.group(2)] + [l.strip() for l in doc[1:]])
+                leader.follower_notes[name] = remark.strip()
                 by_name[name] = leader
                 continue
         entry = Entry(kind, name, fname, line)
