@@ -40,6 +40,38 @@ TEST(FrameStrings, ResultsAreNeverNull) {
     EXPECT_EQ(str(new_ztext("ab\0cd")), "ab") << "zero-terminated results are measured with strlen";
 }
 
+TEST(FrameStrings, NullViewHasNoBytesToWrite) {
+    // A null handle reads as "", but there is nothing of the caller's to
+    // edit: the view must not hand out the read-only text behind it.
+    Bstr null_handle;
+    EXPECT_EQ(StrArg::by_ref(null_handle.ref()).writable(), nullptr);
+    EXPECT_EQ(StrArg::by_ref(nullptr).writable(), nullptr);
+    EXPECT_EQ(StrArg::by_val(nullptr).writable(), nullptr);
+    Bstr empty("");
+    EXPECT_EQ(StrArg::by_ref(empty.ref()).writable(), reinterpret_cast<char *>(empty.val()));
+}
+
+TEST(FrameStrings, EmptyResultOutlastsExhaustedMemory) {
+    // When not even a zero-length string can be had, the result still is a
+    // real one of the caller's own, from a reserve made in better times.
+    const StringAllocator failing = [](const char *, UINT) -> BSTR { return nullptr; };
+    SysFreeString(empty_string()); // memory to spare: the reserve is full
+    std::set<BSTR> given;
+    for (size_t k = 0; k < kEmptyReserve; ++k) {
+        const BSTR e = empty_string_with(failing);
+        ASSERT_NE(e, nullptr) << "after " << k << " failures";
+        EXPECT_EQ(SysStringByteLen(e), 0u);
+        given.insert(e);
+    }
+    EXPECT_EQ(given.size(), kEmptyReserve) << "each caller gets a string of its own to free";
+    for (const BSTR e : given)
+        SysFreeString(e);
+    SysFreeString(empty_string()); // one allocation that succeeds fills the reserve again
+    const BSTR again = empty_string_with(failing);
+    EXPECT_NE(again, nullptr);
+    SysFreeString(again);
+}
+
 TEST(FrameStrings, StringResultIsFreedUnlessTaken) {
     { StringResult unused(16); } // the sanitizer preset reports a leak if not freed
     StringResult r(3);
