@@ -33,33 +33,17 @@ class ElementBuffer {
 };
 
 // The elements own what they point at: strings, variants, interfaces or
-// records. The features say so for every array the system makes; the
-// element type, where the descriptor carries one, is asked too, so that a
-// descriptor whose flags were cleared is still not taken for plain bytes.
-bool owns_references(SAFEARRAY *array) {
-    if (array->fFeatures & (FADF_BSTR | FADF_VARIANT | FADF_UNKNOWN | FADF_DISPATCH | FADF_RECORD | FADF_HAVEIID))
-        return true;
-    VARTYPE vt = VT_EMPTY;
-    if (!(array->fFeatures & FADF_HAVEVARTYPE) || SafeArrayGetVartype(array, &vt) != S_OK)
-        return false;
-    switch (vt) {
-    case VT_BSTR:
-    case VT_VARIANT:
-    case VT_UNKNOWN:
-    case VT_DISPATCH:
-    case VT_RECORD:
-        return true;
-    default:
-        return false;
-    }
+// records. The features are what the system's element calls go by (a string
+// array's value is taken as the handle itself, a variant array's as a
+// VARIANT), so they are what decides here too.
+bool owns_references(const SAFEARRAY *array) {
+    return (array->fFeatures & (FADF_BSTR | FADF_VARIANT | FADF_UNKNOWN | FADF_DISPATCH | FADF_RECORD | FADF_HAVEIID)) != 0;
 }
 
 // A String() array: string handles, and nothing else, in its elements.
 bool holds_bstrs(SAFEARRAY *array) {
-    if (!(array->fFeatures & FADF_BSTR) || SafeArrayGetElemsize(array) != sizeof(BSTR))
-        return false;
-    VARTYPE vt = VT_BSTR;
-    return !(array->fFeatures & FADF_HAVEVARTYPE) || (SafeArrayGetVartype(array, &vt) == S_OK && vt == VT_BSTR);
+    return (array->fFeatures & (FADF_BSTR | FADF_VARIANT | FADF_UNKNOWN | FADF_DISPATCH | FADF_RECORD)) == FADF_BSTR &&
+           SafeArrayGetElemsize(array) == sizeof(BSTR);
 }
 
 template <class T> T saturate(double value) {

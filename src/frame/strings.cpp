@@ -72,6 +72,10 @@ class EmptyReserve {
 
 constinit EmptyReserve g_empty_reserve;
 
+// The system's allocation as a StringAllocator (whose calling convention
+// is the compiler's own, not the system's).
+BSTR system_allocate(const char *bytes, UINT length) { return SysAllocStringByteLen(bytes, length); }
+
 } // namespace
 
 BSTR empty_string_with(StringAllocator allocate) noexcept {
@@ -82,7 +86,7 @@ BSTR empty_string_with(StringAllocator allocate) noexcept {
     return result;
 }
 
-BSTR empty_string() noexcept { return empty_string_with(SysAllocStringByteLen); }
+BSTR empty_string() noexcept { return empty_string_with(system_allocate); }
 
 BSTR new_string(std::string_view bytes) {
     if (bytes.size() > std::numeric_limits<UINT>::max())
@@ -90,7 +94,7 @@ BSTR new_string(std::string_view bytes) {
     BSTR result = SysAllocStringByteLen(bytes.empty() ? nullptr : bytes.data(), static_cast<UINT>(bytes.size()));
     if (result == nullptr)
         throw std::bad_alloc();
-    g_empty_reserve.refill(SysAllocStringByteLen);
+    g_empty_reserve.refill(system_allocate);
     return result;
 }
 
@@ -115,7 +119,7 @@ StringResult::StringResult(size_t length) : handle_(nullptr), size_(length) {
     handle_ = SysAllocStringByteLen(nullptr, static_cast<UINT>(length));
     if (handle_ == nullptr)
         throw std::bad_alloc();
-    g_empty_reserve.refill(SysAllocStringByteLen);
+    g_empty_reserve.refill(system_allocate);
 }
 
 StringResult::~StringResult() { SysFreeString(handle_); }
