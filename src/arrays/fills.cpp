@@ -1,8 +1,10 @@
 // Setting, adding to and filling every element of dimension 1, element by
-// element (any lower bound). Integer arithmetic wraps around in 16 bits as
-// the caller's Integer would in C; Single arithmetic is done in Single. A
-// type code the family does not handle changes nothing; all of them return
-// True.
+// element (any lower bound; a 2-dimensional array at the lower bound of
+// dimension 2). Integer arithmetic wraps around in 16 bits as the caller's
+// Integer would in C; Single arithmetic is done in Single. A type code the
+// family does not handle changes nothing; all of them return True, except
+// for an array of strings or variants (passed where numbers were declared),
+// which is left alone with the result 0.
 #include "frame/frame.h"
 
 #include <cstdint>
@@ -46,6 +48,8 @@ template <class T> void apply(ArrayElements &a, Op op, T start, T step) {
 
 int16_t fill_worker(SAFEARRAY **array, int16_t code, Op op, double start, double step) {
     ArrayElements a(array);
+    if (a.holds_references())
+        return 0;
     switch (static_cast<ElementType>(code)) {
     case ElementType::Integer:
         apply<int16_t>(a, op, static_cast<int16_t>(start), static_cast<int16_t>(step));

@@ -15,6 +15,8 @@ namespace {
 // NaN equals nothing).
 int32_t count_equal(SAFEARRAY **array, int16_t code, double value) {
     const ArrayElements a(array);
+    if (a.holds_references())
+        return 0;
     int32_t n = 0;
     for (size_t k = 0; k < a.count(); ++k)
         n += a.get_number(code, a.lower() + static_cast<int32_t>(k)) == value;
@@ -24,6 +26,8 @@ int32_t count_equal(SAFEARRAY **array, int16_t code, double value) {
 // Subscript of the first element equal to value, or -1.
 int32_t search_equal(SAFEARRAY **array, int16_t code, double value) {
     const ArrayElements a(array);
+    if (a.holds_references())
+        return -1;
     for (size_t k = 0; k < a.count(); ++k) {
         const int32_t at = a.lower() + static_cast<int32_t>(k);
         if (a.get_number(code, at) == value)
@@ -55,21 +59,15 @@ bool same_text(std::string_view a, std::string_view b, bool case_sensitive) {
 // or -1. A null element matches only an empty key. A two-dimensional array
 // is searched along dimension 1 at the lower bound of dimension 2.
 int32_t search_string(SAFEARRAY **array, BSTR *key_ref, int16_t case_flag) {
-    if (!is_string_array(array))
-        return -1;
     const ArrayElements a(array);
-    const unsigned dims = SafeArrayGetDim(*array);
-    if (dims > 2)
+    if (!a.holds_strings() || a.dims() > 2)
         return -1;
-    LONG lower2 = 0;
-    if (dims == 2)
-        SafeArrayGetLBound(*array, 2, &lower2);
     const std::string_view key = StrArg::by_ref(key_ref).text();
     const bool case_sensitive = flag16(case_flag);
     int32_t found = -1;
     for (size_t k = 0; k < a.count(); ++k) {
         const int32_t at = a.lower() + static_cast<int32_t>(k);
-        const auto element = dims == 1 ? string_element(array, {at}) : string_element(array, {at, lower2});
+        const auto element = a.get_string(at);
         if (element ? same_text(*element, key, case_sensitive) : key.empty())
             found = at;
     }
@@ -81,9 +79,9 @@ int32_t search_string(SAFEARRAY **array, BSTR *key_ref, int16_t case_flag) {
 // lower bound of dimension 2. A null (or unreadable) key element matches
 // any key. Empty when no row matches or the array is not two-dimensional.
 BSTR look_up(SAFEARRAY **array, BSTR *key_ref, int16_t case_flag) {
-    if (!is_string_array(array) || SafeArrayGetDim(*array) != 2)
-        return empty_string();
     const ArrayElements a(array);
+    if (!a.holds_strings() || a.dims() != 2)
+        return empty_string();
     const std::string_view key = StrArg::by_ref(key_ref).text();
     const bool case_sensitive = flag16(case_flag);
     std::string result;

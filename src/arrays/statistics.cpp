@@ -1,6 +1,7 @@
 // Statistics over dimension 1 of a typed array (sums, means, the family's
 // deviation, maxima and minima) and the parameters of any array. All of
-// them read element by element, so any lower bound works.
+// them read element by element, so any lower bound works. An array of
+// strings or variants (passed where numbers were declared) gives 0.
 #include "arrays/block_units.h"
 #include "frame/frame.h"
 
@@ -26,6 +27,8 @@ double sum(SAFEARRAY **array, int16_t code) {
 // The sum over the count, unguarded: no elements give 0/0, not a number.
 double mean(SAFEARRAY **array, int16_t code) {
     const ArrayElements a(array);
+    if (a.holds_references())
+        return 0.0;
     return sum(array, code) / static_cast<double>(a.count());
 }
 
@@ -34,6 +37,8 @@ double mean(SAFEARRAY **array, int16_t code) {
 // (1, 2, 3 give sqrt(2) / 3). No elements give 0 / 0.
 double deviation(SAFEARRAY **array, int16_t code) {
     const ArrayElements a(array);
+    if (a.holds_references())
+        return 0.0;
     const double m = mean(array, code);
     double squares = 0.0;
     for (size_t k = 0; k < a.count(); ++k) {
@@ -49,7 +54,7 @@ double deviation(SAFEARRAY **array, int16_t code) {
 // case where subscript 1 would. An empty array gives 0.
 double extreme(SAFEARRAY **array, int16_t code, bool largest) {
     const ArrayElements a(array);
-    if (a.count() == 0)
+    if (a.count() == 0 || a.holds_references())
         return 0.0;
     const int32_t start = (a.lower() <= 1 && 1 <= a.upper()) ? 1 : a.lower();
     double best = a.get_number(code, start);
@@ -65,6 +70,8 @@ double extreme(SAFEARRAY **array, int16_t code, bool largest) {
 // constant that is returned when nothing replaces it.
 double extreme_not_x(SAFEARRAY **array, int16_t code, bool largest, double x, double start) {
     const ArrayElements a(array);
+    if (a.holds_references())
+        return 0.0;
     double best = start;
     for (size_t k = 0; k < a.count(); ++k) {
         const double v = a.get_number(code, a.lower() + static_cast<int32_t>(k));
@@ -97,7 +104,7 @@ ArrayParameters read_array_parameters(SAFEARRAY **array) noexcept {
     prm.LowerBound = static_cast<int16_t>(a.lower());
     prm.UpperBound = static_cast<int16_t>(a.upper());
     prm.ElementSize = static_cast<int16_t>(a.element_size());
-    prm.Dimensions = static_cast<int16_t>(SafeArrayGetDim(a.descriptor()));
+    prm.Dimensions = static_cast<int16_t>(a.dims());
     prm.Count = static_cast<int16_t>(prm.UpperBound - prm.LowerBound + 1);
     return prm;
 }

@@ -70,18 +70,6 @@ Sizes pattern_sizes(std::string_view pattern, bool on_disk) {
 
 EntryDetail detail_for(int16_t selector) { return selector == 255 ? EntryDetail::Kind : EntryDetail::Full; }
 
-bool is_string_array(SAFEARRAY *array) {
-    return array != nullptr && (array->fFeatures & FADF_BSTR) != 0 && array->cbElements == sizeof(BSTR);
-}
-
-// Stores a copy of `text` at `index` (the array keeps its own copy).
-void put_name(SAFEARRAY *array, int32_t index, std::string_view text) {
-    BSTR value = new_string(text);
-    LONG at = index;
-    SafeArrayPutElement(array, &at, value);
-    SysFreeString(value);
-}
-
 } // namespace
 
 BRINDLE_EXPORT(BSTR) cFilesInDirectory(BSTR Pattern, int16_t First) {
@@ -147,14 +135,18 @@ BRINDLE_EXPORT(int16_t) cFilesSlack(BSTR Pattern, double *Size, double *SizeOnDi
 // Names of accepted files, from the array's lower bound on; the remaining
 // elements are emptied. When the array fills up, the result is one less
 // than the names it holds - clients count on that rule. -1 when the pattern
-// matches nothing (or the array is not a string array).
+// matches nothing (or the array is not a string array). A 2-dimensional
+// array takes the names along dimension 1 at the lower bound of the others
+// (its first column), as every element-by-element routine reads it. A name
+// the system refuses to store ends the listing, and only the names stored
+// are counted.
 BRINDLE_EXPORT(int16_t) cFilesInDirToArray(BSTR Pattern, int16_t Selector, SAFEARRAY **Names) {
     return guarded(int16_t{-1}, [&] {
         std::string_view pattern = StrArg::by_val(Pattern).text();
         if (pattern.empty())
             pattern = "*.*";
-        const ArrayElements names(Names);
-        if (!is_string_array(names.descriptor()))
+        ArrayElements names(Names);
+        if (!names.holds_strings())
             return int16_t{-1};
         DirectorySearch search;
         if (!search.first(pattern, detail_for(Selector)))
@@ -167,14 +159,16 @@ BRINDLE_EXPORT(int16_t) cFilesInDirToArray(BSTR Pattern, int16_t Selector, SAFEA
                 continue;
             if (index > names.upper())
                 return int16_t{0}; // an empty array: nowhere to store at all
-            put_name(names.descriptor(), static_cast<int32_t>(index), e.name);
+            if (!names.put_string(static_cast<int32_t>(index), e.name))
+                return static_cast<int16_t>(stored);
             ++stored;
             if (index == names.upper())
                 return static_cast<int16_t>(stored - 1);
             ++index;
         }
         for (; index <= names.upper(); ++index)
-            put_name(names.descriptor(), static_cast<int32_t>(index), {});
+            if (!names.put_string(static_cast<int32_t>(index), {}))
+                break;
         return static_cast<int16_t>(stored);
     });
 }

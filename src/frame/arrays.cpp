@@ -32,6 +32,20 @@ class ElementBuffer {
     size_t size_;
 };
 
+// The elements own what they point at: strings, variants, interfaces or
+// records. The features are what the system's element calls go by (a string
+// array's value is taken as the handle itself, a variant array's as a
+// VARIANT), so they are what decides here too.
+bool owns_references(const SAFEARRAY *array) {
+    return (array->fFeatures & (FADF_BSTR | FADF_VARIANT | FADF_UNKNOWN | FADF_DISPATCH | FADF_RECORD | FADF_HAVEIID)) != 0;
+}
+
+// A String() array: string handles, and nothing else, in its elements.
+bool holds_bstrs(SAFEARRAY *array) {
+    return (array->fFeatures & (FADF_BSTR | FADF_VARIANT | FADF_UNKNOWN | FADF_DISPATCH | FADF_RECORD)) == FADF_BSTR &&
+           SafeArrayGetElemsize(array) == sizeof(BSTR);
+}
+
 template <class T> T saturate(double value) {
     // Out-of-range and NaN values have no defined conversion in C++; clamp
     // them so a wrong type code stays a wrong result, not undefined behaviour.
@@ -46,18 +60,36 @@ template <class T> T saturate(double value) {
 
 // A full index vector for SafeArrayGet/PutElement: those read one index per
 // dimension, so a single subscript handed to a 2-dimensional array would be
-// read past. The other dimensions stay at their lower bounds.
+// read past. The other dimensions stay at their lower bounds. ok() is false
+// when the system would not give one of them.
 class IndexVector {
   public:
     IndexVector(SAFEARRAY *array, unsigned dims, LONG first) : indices_(dims == 0 ? 1 : dims) {
         for (unsigned d = 2; d <= dims; ++d)
-            SafeArrayGetLBound(array, d, &indices_[d - 1]);
+            if (SafeArrayGetLBound(array, d, &indices_[d - 1]) != S_OK)
+                ok_ = false;
         indices_[0] = first;
     }
+    bool ok() const { return ok_; }
     LONG *data() { return indices_.data(); }
 
   private:
     std::vector<LONG> indices_;
+    bool ok_ = true;
+};
+
+// The bounds of one dimension, or false when the system will not give them.
+bool bounds_of(SAFEARRAY *array, UINT dim, LONG *lower, LONG *upper) {
+    return SafeArrayGetLBound(array, dim, lower) == S_OK && SafeArrayGetUBound(array, dim, upper) == S_OK;
+}
+
+// Owns a string copied out of an array, and frees it on every path.
+struct OwnedString {
+    BSTR text = nullptr;
+    OwnedString() = default;
+    OwnedString(const OwnedString &) = delete;
+    OwnedString &operator=(const OwnedString &) = delete;
+    ~OwnedString() { SysFreeString(text); }
 };
 
 } // namespace
@@ -78,27 +110,29 @@ std::optional<size_t> element_width(int16_t code) noexcept {
 }
 
 ArrayElements::ArrayElements(SAFEARRAY **ref) noexcept : array_(ref == nullptr ? nullptr : *ref) {
-    if (array_ == nullptr || SafeArrayGetDim(array_) < 1) {
+    LONG lower = 0, upper = -1;
+    if (array_ == nullptr || SafeArrayGetDim(array_) < 1 || !bounds_of(array_, 1, &lower, &upper)) {
         array_ = nullptr;
         return;
     }
-    LONG lower = 0, upper = -1;
-    SafeArrayGetLBound(array_, 1, &lower);
-    SafeArrayGetUBound(array_, 1, &upper);
     dims_ = SafeArrayGetDim(array_);
     lower_ = lower;
     upper_ = upper;
     count_ = bound_count(lower, upper);
     element_size_ = SafeArrayGetElemsize(array_);
+    references_ = owns_references(array_);
+    strings_ = holds_bstrs(array_);
 }
 
 void ArrayElements::read(int32_t index, void *out, size_t out_size) const noexcept {
-    if (array_ == nullptr || index < lower_ || index > upper_)
+    // An array that holds references would hand out a copy of a string or a
+    // variant here, to be taken for a number and lost.
+    if (array_ == nullptr || references_ || index < lower_ || index > upper_)
         return;
     try {
         ElementBuffer buffer(element_size_ > out_size ? element_size_ : out_size);
         IndexVector at(array_, dims_, index);
-        if (SafeArrayGetElement(array_, at.data(), buffer.data()) == S_OK)
+        if (at.ok() && SafeArrayGetElement(array_, at.data(), buffer.data()) == S_OK)
             std::memcpy(out, buffer.data(), out_size);
     } catch (...) {
         // No memory for a wide element: the value stays T{}.
@@ -106,13 +140,41 @@ void ArrayElements::read(int32_t index, void *out, size_t out_size) const noexce
 }
 
 bool ArrayElements::write(int32_t index, const void *in, size_t in_size) noexcept {
-    if (array_ == nullptr || index < lower_ || index > upper_)
+    // SafeArrayPutElement takes a string array's value as the string handle
+    // itself and a variant array's as a VARIANT: a number's bytes are neither.
+    if (array_ == nullptr || references_ || index < lower_ || index > upper_)
         return false;
     try {
         ElementBuffer buffer(element_size_ > in_size ? element_size_ : in_size);
         std::memcpy(buffer.data(), in, in_size);
         IndexVector at(array_, dims_, index);
-        return SafeArrayPutElement(array_, at.data(), buffer.data()) == S_OK;
+        return at.ok() && SafeArrayPutElement(array_, at.data(), buffer.data()) == S_OK;
+    } catch (...) {
+        return false;
+    }
+}
+
+std::optional<std::string> ArrayElements::get_string(int32_t index) const {
+    if (array_ == nullptr || !strings_ || index < lower_ || index > upper_)
+        return std::nullopt;
+    IndexVector at(array_, dims_, index);
+    OwnedString copy;
+    if (!at.ok() || SafeArrayGetElement(array_, at.data(), &copy.text) != S_OK || copy.text == nullptr)
+        return std::nullopt;
+    return std::string(reinterpret_cast<const char *>(copy.text), SysStringByteLen(copy.text));
+}
+
+bool ArrayElements::put_string(int32_t index, std::string_view bytes) noexcept {
+    if (array_ == nullptr || !strings_ || index < lower_ || index > upper_ || bytes.size() > 0xFFFFFFF0u)
+        return false;
+    try {
+        IndexVector at(array_, dims_, index);
+        if (!at.ok())
+            return false;
+        // The array keeps a copy of its own: this one is freed on every path.
+        OwnedString value;
+        value.text = SysAllocStringByteLen(bytes.empty() ? nullptr : bytes.data(), static_cast<UINT>(bytes.size()));
+        return value.text != nullptr && SafeArrayPutElement(array_, at.data(), value.text) == S_OK;
     } catch (...) {
         return false;
     }
@@ -158,19 +220,19 @@ ArrayBlock::ArrayBlock(SAFEARRAY **ref) noexcept {
     if (dims_ < 1 || dims_ > 2)
         return;
     LONG lower = 0, upper = -1;
-    SafeArrayGetLBound(array, 1, &lower);
-    SafeArrayGetUBound(array, 1, &upper);
+    if (!bounds_of(array, 1, &lower, &upper))
+        return;
     lower1_ = lower;
     count1_ = bound_count(lower, upper);
     count2_ = 1;
     if (dims_ == 2) {
-        SafeArrayGetLBound(array, 2, &lower);
-        SafeArrayGetUBound(array, 2, &upper);
+        if (!bounds_of(array, 2, &lower, &upper))
+            return;
         lower2_ = lower;
         count2_ = bound_count(lower, upper);
     }
     element_size_ = SafeArrayGetElemsize(array);
-    references_ = (array->fFeatures & (FADF_BSTR | FADF_VARIANT | FADF_UNKNOWN | FADF_DISPATCH | FADF_RECORD)) != 0;
+    references_ = owns_references(array);
     void *data = nullptr;
     if (SafeArrayAccessData(array, &data) != S_OK)
         return;
@@ -181,13 +243,15 @@ ArrayBlock::ArrayBlock(SAFEARRAY **ref) noexcept {
 }
 
 ArrayBlock::~ArrayBlock() {
+    // The lock is this object's own, so the release cannot be refused while
+    // the descriptor is valid; a destructor has no one to report to anyway.
     if (array_ != nullptr)
-        SafeArrayUnaccessData(array_);
+        (void)SafeArrayUnaccessData(array_);
 }
 
 bool is_string_array(SAFEARRAY **ref) noexcept {
     SAFEARRAY *array = ref == nullptr ? nullptr : *ref;
-    return array != nullptr && (array->fFeatures & FADF_BSTR) && SafeArrayGetElemsize(array) == sizeof(BSTR);
+    return array != nullptr && holds_bstrs(array);
 }
 
 std::optional<std::string> string_element(SAFEARRAY **ref, std::initializer_list<int32_t> indices) {
@@ -195,14 +259,10 @@ std::optional<std::string> string_element(SAFEARRAY **ref, std::initializer_list
         return std::nullopt;
     SAFEARRAY *array = *ref;
     std::vector<LONG> at(indices.begin(), indices.end());
-    BSTR copy = nullptr;
-    if (SafeArrayGetElement(array, at.data(), &copy) != S_OK || copy == nullptr)
+    OwnedString copy;
+    if (SafeArrayGetElement(array, at.data(), &copy.text) != S_OK || copy.text == nullptr)
         return std::nullopt;
-    struct Free {
-        BSTR text;
-        ~Free() { SysFreeString(text); }
-    } owned{copy};
-    return std::string(reinterpret_cast<const char *>(copy), SysStringByteLen(copy));
+    return std::string(reinterpret_cast<const char *>(copy.text), SysStringByteLen(copy.text));
 }
 
 bool redim_last(SAFEARRAY **ref, size_t count) noexcept {
@@ -211,8 +271,7 @@ bool redim_last(SAFEARRAY **ref, size_t count) noexcept {
     if (dims < 1 || count > 0x7FFFFFFFu)
         return false;
     SAFEARRAYBOUND bound{static_cast<ULONG>(count), 0};
-    SafeArrayGetLBound(array, dims, &bound.lLbound);
-    return SafeArrayRedim(array, &bound) == S_OK;
+    return SafeArrayGetLBound(array, dims, &bound.lLbound) == S_OK && SafeArrayRedim(array, &bound) == S_OK;
 }
 
 } // namespace brindle::frame

@@ -4,17 +4,23 @@
 // Two access patterns, and each family uses one:
 //
 //   ArrayElements  dimension 1 element by element through SafeArrayGet/
-//                  PutElement. A lower bound above the upper bound is an
-//                  empty array.
+//                  PutElement, the other dimensions at their lower bounds.
+//                  A lower bound above the upper bound is an empty array.
 //   ArrayBlock     the whole data block, locked for the life of the object
 //                  and released on every path. More than 2 dimensions is
 //                  refused; a 2-dimensional array is a run of records, one
 //                  per index of dimension 2, each holding all of dimension 1.
 //
-// The descriptor's status codes are not the caller's business: a missing
-// descriptor reads as an empty array. The element size is not compared with
-// the type code (a wrong code gives a wrong result), but no access ever
-// reaches outside the array's block or outside a local.
+// A missing descriptor, or one whose bounds the system will not give, reads
+// as an empty array. Numbers are only ever read from or written to elements
+// that are plain bytes: an array of strings, variants, interfaces or records
+// (a String() passed where a Double() was declared) is refused for numbers,
+// and strings are only read from or written to a String() array. Within
+// plain elements the element size is not compared with the type code (a
+// wrong code gives a wrong result), but no access ever reaches outside the
+// array's block or outside a local. Every status the system returns is
+// checked: an element it will not give reads as zero (or nothing), one it
+// will not take reports false.
 #pragma once
 
 #include "platform/ole.h"
@@ -25,6 +31,7 @@
 #include <initializer_list>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <type_traits>
 
 namespace brindle::frame {
@@ -40,15 +47,25 @@ class ArrayElements {
     explicit ArrayElements(SAFEARRAY **ref) noexcept;
 
     bool present() const noexcept { return array_ != nullptr; }
+    unsigned dims() const noexcept { return dims_; }
     int32_t lower() const noexcept { return lower_; }
     int32_t upper() const noexcept { return upper_; }
     // Number of elements of dimension 1 (0 when lower > upper).
     size_t count() const noexcept { return count_; }
     size_t element_size() const noexcept { return element_size_; }
 
+    // The elements own something (strings, variants, interfaces, records):
+    // no number is read from them or written over them. The families give
+    // their failure value for such an array.
+    bool holds_references() const noexcept { return references_; }
+    // The array is a String() array, whose elements get_string and
+    // put_string read and write.
+    bool holds_strings() const noexcept { return strings_; }
+
     // Reads element `index` as a T. SafeArrayGetElement copies the array's
     // own element size, so it lands in a buffer that holds it; T takes the
-    // leading bytes. An index outside the bounds reads as T{}.
+    // leading bytes. An index outside the bounds, or an array that holds
+    // references, reads as T{}.
     template <class T> T get(int32_t index) const noexcept {
         static_assert(std::is_trivially_copyable_v<T>);
         T value{};
@@ -57,6 +74,8 @@ class ArrayElements {
     }
 
     // Writes element `index` from a T; the rest of a wider element is zeroed.
+    // False outside the bounds, for an array that holds references, or when
+    // the system refuses.
     template <class T> bool put(int32_t index, const T &value) noexcept {
         static_assert(std::is_trivially_copyable_v<T>);
         return write(index, &value, sizeof value);
@@ -66,6 +85,15 @@ class ArrayElements {
     double get_number(int16_t code, int32_t index) const noexcept;
     // Stores a double converted to the code's type (unknown code: nothing).
     bool put_number(int16_t code, int32_t index, double value) noexcept;
+
+    // Element `index` of a String() array as its bytes; nothing for a null
+    // element, an index outside the bounds, an array of anything else, or
+    // an element the system will not give.
+    std::optional<std::string> get_string(int32_t index) const;
+    // Stores a copy of `bytes` at `index` of a String() array (the array owns
+    // the copy; the old element is freed). False outside the bounds, for an
+    // array of anything else, or when the system refuses.
+    bool put_string(int32_t index, std::string_view bytes) noexcept;
 
     SAFEARRAY *descriptor() const noexcept { return array_; }
 
@@ -79,6 +107,8 @@ class ArrayElements {
     int32_t upper_ = -1;
     size_t count_ = 0;
     size_t element_size_ = 0;
+    bool references_ = false;
+    bool strings_ = false;
 };
 
 class ArrayBlock {
@@ -88,8 +118,9 @@ class ArrayBlock {
     ArrayBlock(const ArrayBlock &) = delete;
     ArrayBlock &operator=(const ArrayBlock &) = delete;
 
-    // False for a missing descriptor, more than 2 dimensions, or a lock that
-    // failed; nothing else is then meaningful.
+    // False for a missing descriptor, more than 2 dimensions, bounds the
+    // system will not give, or a lock that failed; nothing else is then
+    // meaningful.
     bool ok() const noexcept { return array_ != nullptr; }
     unsigned dims() const noexcept { return dims_; }
     size_t element_size() const noexcept { return element_size_; }

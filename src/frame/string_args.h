@@ -44,8 +44,10 @@ class StrArg {
     // The caller's own handle, for the results that hand it back.
     BSTR handle() const noexcept { return handle_; }
 
-    // The caller's bytes for an in-place edit: length never changes.
-    char *writable() const noexcept { return const_cast<char *>(data_); }
+    // The caller's bytes for an in-place edit: length never changes. Null
+    // for a null handle, which has no bytes of the caller's to edit (the ""
+    // that it reads as is read-only).
+    char *writable() const noexcept { return handle_ == nullptr ? nullptr : const_cast<char *>(data_); }
 
   private:
     explicit StrArg(BSTR handle) noexcept;

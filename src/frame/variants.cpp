@@ -17,7 +17,9 @@ class CoercedCopy {
         // Already of the wanted type: nothing to coerce.
         ok_ = V_VT(&value_) == vt || (VariantChangeType(&value_, &value_, 0, vt) == S_OK && V_VT(&value_) == vt);
     }
-    ~CoercedCopy() { VariantClear(&value_); }
+    // The copy is this object's own and holds only what VariantCopy and
+    // VariantChangeType put there, which VariantClear always releases.
+    ~CoercedCopy() { (void)VariantClear(&value_); }
     CoercedCopy(const CoercedCopy &) = delete;
     CoercedCopy &operator=(const CoercedCopy &) = delete;
 

@@ -6,11 +6,13 @@
 
 #include <zlib.h>
 
+#include <algorithm>
 #include <cfloat>
 #include <cmath>
 #include <cstring>
 #include <limits>
 #include <string>
+#include <utility>
 #include <vector>
 
 using namespace brindle::test;
@@ -219,6 +221,106 @@ TEST(Searches, LookUpPairsColumnOneWithColumnTwo) {
     EXPECT_EQ(look_up(one, "a", 0), "");
     SafeArray numbers(VT_I4, {{2, 0}, {2, 1}});
     EXPECT_EQ(look_up(numbers, "", 0), "");
+}
+
+namespace {
+
+// A Variant() array: a string, a Long and an Empty.
+struct VariantArray : SafeArray {
+    VariantArray() : SafeArray(VT_VARIANT, 0, 3) {
+        VARIANT *v = data<VARIANT>();
+        V_VT(&v[0]) = VT_BSTR;
+        V_BSTR(&v[0]) = SysAllocStringByteLen("text", 4);
+        V_VT(&v[1]) = VT_I4;
+        V_I4(&v[1]) = 3;
+    }
+    // Each element's type and value as they stand.
+    std::vector<std::string> shown() const {
+        std::vector<std::string> out;
+        for (int k = 0; k < 3; ++k) {
+            const VARIANT &v = data<VARIANT>()[k];
+            std::string value = V_VT(&v) == VT_BSTR ? std::string(reinterpret_cast<const char *>(V_BSTR(&v)), SysStringByteLen(V_BSTR(&v)))
+                                : V_VT(&v) == VT_I4 ? std::to_string(V_I4(&v))
+                                                    : std::string();
+            out.push_back(std::to_string(V_VT(&v)) + ":" + value);
+        }
+        return out;
+    }
+};
+
+std::vector<std::string> texts(const SafeArray &a, size_t n) {
+    std::vector<std::string> out;
+    for (size_t k = 0; k < n; ++k) {
+        const BSTR b = a.data<BSTR>()[k];
+        out.push_back(b == nullptr ? "(null)" : std::string(reinterpret_cast<const char *>(b), SysStringByteLen(b)));
+    }
+    return out;
+}
+
+} // namespace
+
+TEST(Fills, StringAndVariantArraysAreRefused) {
+    // A String() or Variant() array passed where numbers are declared (As Any,
+    // a wrong Declare, a C caller): its elements own strings, so no number is
+    // written over them, and the export gives its failure value. The values
+    // are ones whose bytes, taken for a string or a variant, would do harm.
+    using Call = int16_t (*)(SAFEARRAY **);
+    const std::pair<const char *, Call> calls[] = {
+        {"SetI", [](SAFEARRAY **a) { return cSetI(a, 8); }},
+        {"SetD", [](SAFEARRAY **a) { return cSetD(a, 1.0); }},
+        {"AddI", [](SAFEARRAY **a) { return cAddI(a, 8); }},
+        {"AddS", [](SAFEARRAY **a) { return cAddS(a, 2.0f); }},
+        {"AddD", [](SAFEARRAY **a) { return cAddD(a, -3.5); }},
+        {"FillI", [](SAFEARRAY **a) { return cFillI(a, 8); }},
+        {"FillS", [](SAFEARRAY **a) { return cFillS(a, 1.0f); }},
+        {"FillD", [](SAFEARRAY **a) { return cFillD(a, 1.0); }},
+        {"FillIncrI", [](SAFEARRAY **a) { return cFillIncrI(a, 9, 4); }},
+        {"FillIncrS", [](SAFEARRAY **a) { return cFillIncrS(a, 1.0f, 1.0f); }},
+        {"FillIncrD", [](SAFEARRAY **a) { return cFillIncrD(a, 1.0, 1.0); }},
+    };
+    StrArray strings({"a", nullptr, "c"}, -5);
+    const std::vector<BSTR> handles(strings.data<BSTR>(), strings.data<BSTR>() + 3);
+    StrArray grid({{"k", "v"}, {"l", nullptr}}, 0, 1);
+    VariantArray variants;
+    const std::vector<std::string> before = variants.shown();
+    for (const auto &[name, call] : calls) {
+        EXPECT_EQ(call(strings.ref()), 0) << name;
+        EXPECT_EQ(call(grid.ref()), 0) << name << " on a 2-D string array";
+        EXPECT_EQ(call(variants.ref()), 0) << name;
+    }
+    EXPECT_EQ(std::vector<BSTR>(strings.data<BSTR>(), strings.data<BSTR>() + 3), handles);
+    EXPECT_EQ(texts(strings, 3), (std::vector<std::string>{"a", "(null)", "c"}));
+    EXPECT_EQ(texts(grid, 4), (std::vector<std::string>{"k", "l", "v", "(null)"}));
+    EXPECT_EQ(variants.shown(), before);
+}
+
+TEST(Fills, TwoDimensionalArraysChangeTheirFirstRecordOnly) {
+    // Dimension 1 at the lower bound of dimension 2; every other record stays.
+    SafeArray d(VT_R8, {{3, 1}, {2, -1}});
+    std::fill(d.data<double>(), d.data<double>() + 6, 9.0);
+    EXPECT_EQ(cFillIncrD(d.ref(), 1.0, 2.0), -1);
+    EXPECT_EQ(std::vector<double>(d.data<double>(), d.data<double>() + 6), (std::vector<double>{1, 3, 5, 9, 9, 9}));
+    SafeArray i(VT_I2, {{2, 0}, {2, 0}, {2, 0}});
+    std::fill(i.data<int16_t>(), i.data<int16_t>() + 8, int16_t{1});
+    EXPECT_EQ(cAddI(i.ref(), 5), -1);
+    EXPECT_EQ(std::vector<int16_t>(i.data<int16_t>(), i.data<int16_t>() + 8), (std::vector<int16_t>{6, 6, 1, 1, 1, 1, 1, 1}));
+}
+
+TEST(Statistics, StringAndVariantArraysGiveTheFailureValue) {
+    // Nothing is read out of elements that are strings or variants: no copy
+    // of a string is made (and lost), and a handle is never taken for a number.
+    StrArray s({"a", "b", nullptr}, 1);
+    VariantArray v;
+    for (SafeArray *a : {static_cast<SafeArray *>(&s), static_cast<SafeArray *>(&v)}) {
+        const Row rows[] = {{"SumD", cSumD(a->ref()), 0},         {"MeanL", cMeanL(a->ref()), 0},
+                            {"DeviationD", cDeviationD(a->ref()), 0}, {"MaxL", cMaxL(a->ref()), 0},
+                            {"MinD", cMinD(a->ref()), 0},         {"MaxNotXD", cMaxNotXD(a->ref(), 1), 0},
+                            {"MinNotXI", cMinNotXI(a->ref(), 1), 0}, {"CountI", cCountI(a->ref(), 3), 0},
+                            {"CountL", cCountL(a->ref(), 0), 0},   {"SearchI", cSearchI(a->ref(), 3), -1},
+                            {"SearchL", cSearchL(a->ref(), 0), -1}};
+        for (const Row &r : rows)
+            EXPECT_EQ(r.got, r.want) << r.name << (a == &s ? " of strings" : " of variants");
+    }
 }
 
 TEST(Shifts, ElementsMoveByOnePlaceWithinTheBlock) {

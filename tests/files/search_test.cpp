@@ -167,6 +167,62 @@ TEST_F(Search, ArrayGetsNamesAndKeepsItsCountRule) {
     EXPECT_EQ(cFilesInDirToArray(p.val(), 255, nullptr), -1);
 }
 
+TEST_F(Search, TwoDimensionalArrayGetsNamesDownItsFirstColumn) {
+    // Names go along dimension 1 at the lower bound of dimension 2, by the
+    // same count rule; the other columns are not touched.
+    fs::create_directory("two");
+    for (const char *name : {"1.t", "2.t", "3.t", "4.t", "5.t"})
+        write_file(std::string("two/") + name, "");
+    const std::set<std::string> all{"1.t", "2.t", "3.t", "4.t", "5.t"};
+    Bstr p("two\\*.t");
+    const auto cell = [](const SafeArray &a, size_t k) {
+        const BSTR b = a.data<BSTR>()[k];
+        return b == nullptr ? std::string("(null)") : std::string(reinterpret_cast<const char *>(b), SysStringByteLen(b));
+    };
+    SafeArray wide(VT_BSTR, {{3, 0}, {4, 1}}); // Dim Names(2, 1 To 4)
+    EXPECT_EQ(cFilesInDirToArray(p.val(), 255, wide.ref()), 2);
+    std::set<std::string> first;
+    for (size_t k = 0; k < 3; ++k)
+        first.insert(cell(wide, k));
+    EXPECT_EQ(first.size(), 3u);
+    EXPECT_TRUE(std::includes(all.begin(), all.end(), first.begin(), first.end()));
+    for (size_t k = 3; k < 12; ++k)
+        EXPECT_EQ(cell(wide, k), "(null)") << k;
+
+    SafeArray tall(VT_BSTR, {{7, 1}, {2, 0}}); // Dim Names(1 To 7, 1)
+    for (const auto &[k, text] : {std::pair<LONG, const char *>{6, "stale"}, {8, "other"}}) {
+        LONG at[2] = {k % 7 + 1, k / 7};
+        BSTR b = SysAllocStringByteLen(text, 5);
+        ASSERT_EQ(SafeArrayPutElement(tall.get(), at, b), S_OK);
+        SysFreeString(b);
+    }
+    EXPECT_EQ(cFilesInDirToArray(p.val(), 255, tall.ref()), 5);
+    std::set<std::string> column;
+    for (size_t k = 0; k < 5; ++k)
+        column.insert(cell(tall, k));
+    EXPECT_EQ(column, all);
+    EXPECT_EQ(cell(tall, 5) + cell(tall, 6), "") << "the rest of the column is emptied";
+    EXPECT_EQ(cell(tall, 8), "other") << "the second column is left alone";
+}
+
+TEST_F(Search, NamesTheArrayRefusesAreNotCounted) {
+    // An array whose lock count is at the system's limit takes no element:
+    // every store fails, and nothing is reported as stored.
+    fs::create_directory("l");
+    write_file("l/a.t", "");
+    write_file("l/b.t", "");
+    Bstr p("l\\*.t");
+    SafeArray names(VT_BSTR, 0, 4);
+    LONG locks = 0;
+    while (locks < 0x10000 && SafeArrayLock(names.get()) == S_OK)
+        ++locks;
+    EXPECT_EQ(cFilesInDirToArray(p.val(), 255, names.ref()), 0);
+    for (; locks > 0; --locks)
+        SafeArrayUnlock(names.get());
+    EXPECT_EQ(elements(names), (std::vector<std::string>(4)));
+    EXPECT_EQ(cFilesInDirToArray(p.val(), 255, names.ref()), 2);
+}
+
 TEST_F(Search, SelectorsPickFilesByAttributes) {
     fs::create_directory("s");
     write_file("s/plain", "x");

@@ -3,6 +3,11 @@
 #include "frame/frame.h"
 #include "support/ole_helpers.h"
 
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
+
 using namespace brindle::frame;
 using namespace brindle::test;
 
@@ -33,6 +38,38 @@ TEST(FrameStrings, ResultsAreNeverNull) {
     EXPECT_EQ(str(new_string("")), "");
     EXPECT_EQ(str(new_string(std::string_view("a\0b", 3))), std::string("a\0b", 3));
     EXPECT_EQ(str(new_ztext("ab\0cd")), "ab") << "zero-terminated results are measured with strlen";
+}
+
+TEST(FrameStrings, NullViewHasNoBytesToWrite) {
+    // A null handle reads as "", but there is nothing of the caller's to
+    // edit: the view must not hand out the read-only text behind it.
+    Bstr null_handle;
+    EXPECT_EQ(StrArg::by_ref(null_handle.ref()).writable(), nullptr);
+    EXPECT_EQ(StrArg::by_ref(nullptr).writable(), nullptr);
+    EXPECT_EQ(StrArg::by_val(nullptr).writable(), nullptr);
+    Bstr empty("");
+    EXPECT_EQ(StrArg::by_ref(empty.ref()).writable(), reinterpret_cast<char *>(empty.val()));
+}
+
+TEST(FrameStrings, EmptyResultOutlastsExhaustedMemory) {
+    // When not even a zero-length string can be had, the result still is a
+    // real one of the caller's own, from a reserve made in better times.
+    const StringAllocator failing = [](const char *, UINT) -> BSTR { return nullptr; };
+    SysFreeString(empty_string()); // memory to spare: the reserve is full
+    std::set<BSTR> given;
+    for (size_t k = 0; k < kEmptyReserve; ++k) {
+        const BSTR e = empty_string_with(failing);
+        ASSERT_NE(e, nullptr) << "after " << k << " failures";
+        EXPECT_EQ(SysStringByteLen(e), 0u);
+        given.insert(e);
+    }
+    EXPECT_EQ(given.size(), kEmptyReserve) << "each caller gets a string of its own to free";
+    for (const BSTR e : given)
+        SysFreeString(e);
+    SysFreeString(empty_string()); // one allocation that succeeds fills the reserve again
+    const BSTR again = empty_string_with(failing);
+    EXPECT_NE(again, nullptr);
+    SysFreeString(again);
 }
 
 TEST(FrameStrings, StringResultIsFreedUnlessTaken) {
@@ -103,6 +140,101 @@ TEST(FrameArrays, MismatchedTypeCodeNeverOverruns) {
     wide.data<double>()[0] = 1.0;
     ArrayElements wide_view(wide.ref());
     EXPECT_EQ(wide_view.get<uint8_t>(0), 0);
+}
+
+TEST(FrameArrays, StringAndVariantElementsAreNeverTakenForNumbers) {
+    // A number's bytes handed to a string array would be taken for a string
+    // handle, to a variant array for a VARIANT; a string copied out to be
+    // read as a number would be lost. Neither array gives or takes numbers.
+    SafeArray s(VT_BSTR, 0, 2);
+    s.data<BSTR>()[0] = SysAllocStringByteLen("abcdefgh", 8);
+    const BSTR handle = s.data<BSTR>()[0];
+    ArrayElements strings(s.ref());
+    EXPECT_TRUE(strings.holds_references());
+    EXPECT_TRUE(strings.holds_strings());
+    EXPECT_FALSE(strings.put<double>(0, 1.0));
+    EXPECT_FALSE(strings.put_number(2, 1, 8));
+    EXPECT_EQ(s.data<BSTR>()[0], handle);
+    EXPECT_EQ(s.data<BSTR>()[1], nullptr);
+    EXPECT_EQ(strings.get<int64_t>(0), 0) << "a string handle is not a number";
+    EXPECT_EQ(strings.get_number(5, 0), 0.0);
+
+    SafeArray v(VT_VARIANT, 1, 2);
+    V_VT(&v.data<VARIANT>()[0]) = VT_I4;
+    V_I4(&v.data<VARIANT>()[0]) = 77;
+    ArrayElements variants(v.ref());
+    EXPECT_TRUE(variants.holds_references());
+    EXPECT_FALSE(variants.holds_strings());
+    EXPECT_FALSE(variants.put<int16_t>(1, VT_BSTR));
+    EXPECT_EQ(V_VT(&v.data<VARIANT>()[0]), VT_I4);
+    EXPECT_EQ(V_I4(&v.data<VARIANT>()[0]), 77);
+    EXPECT_EQ(variants.get<int16_t>(1), 0) << "not the variant's type word";
+    EXPECT_EQ(variants.get_string(1), std::nullopt) << "a Variant() array is not a String() array";
+    EXPECT_FALSE(variants.put_string(1, "x"));
+
+    SafeArray n(VT_R8, 0, 1);
+    ArrayElements numbers(n.ref());
+    EXPECT_FALSE(numbers.holds_references());
+    EXPECT_FALSE(numbers.put_string(0, "x"));
+    EXPECT_EQ(numbers.get_string(0), std::nullopt);
+    EXPECT_EQ(n.data<double>()[0], 0.0);
+}
+
+TEST(FrameArrays, ElementsRunAlongDimensionOneOfAnyShape) {
+    // The other dimensions stay at their lower bounds: the first column of a
+    // 2-D String array, the first record of a 3-D numeric one.
+    SafeArray grid(VT_BSTR, {{3, -1}, {2, 4}}); // (-1 To 1, 4 To 5)
+    ArrayElements view(grid.ref());
+    ASSERT_TRUE(view.holds_strings());
+    EXPECT_EQ(view.dims(), 2u);
+    EXPECT_EQ(view.count(), 3u);
+    EXPECT_EQ(view.get_string(-1), std::nullopt) << "a null element";
+    EXPECT_TRUE(view.put_string(-1, "first"));
+    EXPECT_TRUE(view.put_string(0, ""));
+    EXPECT_TRUE(view.put_string(1, std::string_view("a\0b", 3)));
+    EXPECT_FALSE(view.put_string(2, "outside"));
+    EXPECT_EQ(view.get_string(-1), "first");
+    EXPECT_EQ(view.get_string(0), "") << "an empty string, not a null element";
+    EXPECT_EQ(view.get_string(1), std::string("a\0b", 3));
+    EXPECT_EQ(view.get_string(2), std::nullopt);
+    EXPECT_EQ(string_element(grid.ref(), {-1, 4}), "first");
+    EXPECT_EQ(string_element(grid.ref(), {-1}), std::nullopt) << "one subscript for two dimensions";
+    for (int k = 3; k < 6; ++k)
+        EXPECT_EQ(grid.data<BSTR>()[k], nullptr) << "the second column is left alone";
+
+    SafeArray cube(VT_I2, {{2, 0}, {2, 7}, {2, -3}});
+    ArrayElements numbers(cube.ref());
+    EXPECT_TRUE(numbers.put<int16_t>(1, 5));
+    EXPECT_EQ(numbers.get<int16_t>(1), 5);
+    EXPECT_EQ(std::vector<int16_t>(cube.data<int16_t>(), cube.data<int16_t>() + 8), (std::vector<int16_t>{0, 5, 0, 0, 0, 0, 0, 0}));
+}
+
+TEST(FrameArrays, ElementsTheSystemRefuses) {
+    // The element calls fail while the array's lock count is at its limit:
+    // nothing is read or written, and the views say so.
+    SafeArray n(VT_I4, 0, 2);
+    n.data<int32_t>()[0] = 5;
+    SafeArray s(VT_BSTR, 0, 1);
+    s.data<BSTR>()[0] = SysAllocStringByteLen("x", 1);
+    ArrayElements numbers(n.ref()), strings(s.ref());
+    const auto lock_out = [](SafeArray &a) {
+        LONG locks = 0;
+        while (locks < 0x10000 && SafeArrayLock(a.get()) == S_OK)
+            ++locks;
+        return locks;
+    };
+    const LONG n_locks = lock_out(n), s_locks = lock_out(s);
+    EXPECT_FALSE(numbers.put<int32_t>(1, 9));
+    EXPECT_EQ(numbers.get<int32_t>(0), 0);
+    EXPECT_FALSE(strings.put_string(0, "y"));
+    EXPECT_EQ(strings.get_string(0), std::nullopt);
+    for (LONG k = 0; k < n_locks; ++k)
+        SafeArrayUnlock(n.get());
+    for (LONG k = 0; k < s_locks; ++k)
+        SafeArrayUnlock(s.get());
+    EXPECT_EQ(n.data<int32_t>()[1], 0);
+    EXPECT_EQ(numbers.get<int32_t>(0), 5);
+    EXPECT_EQ(strings.get_string(0), "x");
 }
 
 TEST(FrameArrays, BlockReleasesItsLockOnEveryPath) {

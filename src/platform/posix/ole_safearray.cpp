@@ -164,6 +164,25 @@ bool alloc_data(SAFEARRAY *array) {
     return array->pvData != nullptr;
 }
 
+// Holds a lock on an array for one element access, as the system's element
+// calls do: an array whose lock count is at its limit gives and takes
+// nothing.
+class ElementLock {
+  public:
+    explicit ElementLock(SAFEARRAY *array) : array_(array), status_(SafeArrayLock(array)) {}
+    ~ElementLock() {
+        if (status_ == S_OK)
+            SafeArrayUnlock(array_);
+    }
+    ElementLock(const ElementLock &) = delete;
+    ElementLock &operator=(const ElementLock &) = delete;
+    HRESULT status() const { return status_; }
+
+  private:
+    SAFEARRAY *array_;
+    HRESULT status_;
+};
+
 } // namespace
 
 extern "C" {
@@ -322,6 +341,9 @@ HRESULT SafeArrayPtrOfIndex(SAFEARRAY *array, LONG *indices, void **element) {
 HRESULT SafeArrayGetElement(SAFEARRAY *array, LONG *indices, void *value) {
     if (array == nullptr || indices == nullptr || value == nullptr)
         return E_INVALIDARG;
+    const ElementLock lock(array);
+    if (lock.status() != S_OK)
+        return lock.status();
     void *cell;
     HRESULT hr = SafeArrayPtrOfIndex(array, indices, &cell);
     if (hr != S_OK)
@@ -351,6 +373,9 @@ HRESULT SafeArrayGetElement(SAFEARRAY *array, LONG *indices, void *value) {
 HRESULT SafeArrayPutElement(SAFEARRAY *array, LONG *indices, void *value) {
     if (array == nullptr || indices == nullptr)
         return E_INVALIDARG;
+    const ElementLock lock(array);
+    if (lock.status() != S_OK)
+        return lock.status();
     void *cell;
     const HRESULT hr = SafeArrayPtrOfIndex(array, indices, &cell);
     if (hr != S_OK)
