@@ -26,30 +26,30 @@ Declare Function cGetDiskClusterSize (ByVal Root As String) As Double
 Declare Function cGetDiskSpaceEx (ByVal Root As String) As Currency
 Declare Function cGetDiskUsedEx (ByVal Root As String) As Currency
 Declare Function cGetDiskFreeEx (ByVal Root As String) As Currency
-' Copies a file without the bytes of a character set.
-' The file is read and written in blocks of 32,768 bytes; every byte that occurs in CharSet
-' is dropped and every other byte is copied.
-' Source: the name of the file to read.
-' Target: the name of the file to write; it is created, or emptied when it exists.
-' CharSet: the bytes to drop; every byte counts, Chr(0) included.
-' Returns: the number of bytes written to Target; 2,147,483,647 when that is 2 GiB or more;
-'   -1 when CharSet is ""; -32750 when Source cannot be opened; -32751 when Target cannot be
-'   created; -32730 on a read error and -32740 on a write error (Target is then deleted);
-'   -32760 or -32761 when a buffer cannot be had.
-' Note: a Long cannot hold a count of 2 GiB or more, and wrapped round it would read as a
-'   negative code, so such a count is given as the largest Long; Target is complete all the
-'   same.
-' Example:
-'   n = cFileFilter("report.txt", "report.lf", vbCr)   ' drops the carriage returns
+' Copies a file, leaving out every byte that occurs in a character set.
+' The file is copied in blocks of 32,768 bytes; the set is taken byte for byte, zero
+' bytes included. An existing target is replaced.
+' Source: the file to read.
+' Target: the file to write.
+' CharSet: the bytes to leave out, as vbCr & vbLf.
+' Returns: the number of bytes written, 2,147,483,647 for 2 GiB or more; -1 when CharSet
+'   is ""; -32750 when the source cannot be opened; -32751 when the target cannot be
+'   created; -32730 when a read fails and -32740 when a write fails (the target is deleted
+'   then); -32760 or -32761 when memory for the buffers cannot be had.
+' Note: a Long cannot hold a count of 2 GiB or more, and one wrapped round would read as a
+'   negative code, so such a count is given as the largest Long; the target is complete
+'   all the same.
 Declare Function cFileFilter (ByVal Source As String, ByVal Target As String, CharSet As String) As Long
-' Copies a file keeping only the bytes of a character set.
-' The file is read and written in blocks of 32,768 bytes. A CharSet of exactly one
-' character is the exception: that character is dropped and every other byte kept, as
-' cFileFilter does.
-' Source: the name of the file to read.
-' Target: the name of the file to write; it is created, or emptied when it exists.
-' CharSet: the bytes to keep (of two or more characters); every byte counts, Chr(0)
-'   included.
-' Returns: the number of bytes written to Target, given as for cFileFilter (2,147,483,647
-'   for 2 GiB or more), or the codes of cFileFilter.
+' Copies a file, keeping only the bytes that occur in a character set.
+' The file is copied in blocks of 32,768 bytes; the set is taken byte for byte, zero
+' bytes included. A set of a single character is the exception: that character is left
+' out and all others kept, as cFileFilter does. An existing target is replaced.
+' Source: the file to read.
+' Target: the file to write.
+' CharSet: the bytes to keep, two or more; one byte is left out instead.
+' Returns: the number of bytes written, 2,147,483,647 for 2 GiB or more (as for
+'   cFileFilter); -1 when CharSet is ""; -32750 when the source cannot be opened; -32751
+'   when the target cannot be created; -32730 when a read fails and -32740 when a write
+'   fails (the target is deleted then); -32760 or -32761 when memory for the buffers
+'   cannot be had.
 Declare Function cFileFilterNot (ByVal Source As String, ByVal Target As String, CharSet As String) As Long
