@@ -270,10 +270,13 @@ Declare Function cGetDiskFreeEx (ByVal Root As String) As Currency
 ' Source: the file to read.
 ' Target: the file to write.
 ' CharSet: the bytes to leave out, as vbCr & vbLf.
-' Returns: the number of bytes written; -1 when CharSet is ""; -32750 when the source
-'   cannot be opened; -32751 when the target cannot be created; -32730 when a read
-'   fails and -32740 when a write fails (the target is deleted then); -32760 or -32761
-'   when memory for the buffers cannot be had.
+' Returns: the number of bytes written, 2,147,483,647 for 2 GiB or more; -1 when CharSet
+'   is ""; -32750 when the source cannot be opened; -32751 when the target cannot be
+'   created; -32730 when a read fails and -32740 when a write fails (the target is deleted
+'   then); -32760 or -32761 when memory for the buffers cannot be had.
+' Note: a Long cannot hold a count of 2 GiB or more, and one wrapped round would read as a
+'   negative code, so such a count is given as the largest Long; the target is complete
+'   all the same.
 Declare Function cFileFilter (ByVal Source As String, ByVal Target As String, CharSet As String) As Long
 ' Copies a file, keeping only the bytes that occur in a character set.
 ' The file is copied in blocks of 32,768 bytes; the set is taken byte for byte, zero
@@ -282,8 +285,9 @@ Declare Function cFileFilter (ByVal Source As String, ByVal Target As String, Ch
 ' Source: the file to read.
 ' Target: the file to write.
 ' CharSet: the bytes to keep, two or more; one byte is left out instead.
-' Returns: the number of bytes written; -1 when CharSet is ""; -32750 when the source
-'   cannot be opened; -32751 when the target cannot be created; -32730 when a read
-'   fails and -32740 when a write fails (the target is deleted then); -32760 or -32761
-'   when memory for the buffers cannot be had.
+' Returns: the number of bytes written, 2,147,483,647 for 2 GiB or more (as for
+'   cFileFilter); -1 when CharSet is ""; -32750 when the source cannot be opened; -32751
+'   when the target cannot be created; -32730 when a read fails and -32740 when a write
+'   fails (the target is deleted then); -32760 or -32761 when memory for the buffers
+'   cannot be had.
 Declare Function cFileFilterNot (ByVal Source As String, ByVal Target As String, CharSet As String) As Long

@@ -50,30 +50,31 @@ Declare Function cLFill (ByVal Txt As String, ByVal FillChar As String, ByVal Fi
 '   Debug.Print cRFill("Total", ".", 10) & " 12"   ' Total..... 12
 Declare Function cRFill (ByVal Txt As String, ByVal FillChar As String, ByVal FieldWidth As Long) As String
 ' Inserts a value at the start of a field of a separated text.
-' A Chr(255) in Txt counts as a separator and comes back as the first character of Separator.
+' When field Position exists, a Chr(255) in Txt comes back as the first character of
+' Separator and ends a field like it; it does not make a field exist, though.
 ' Txt: the text, read up to its first Chr(0).
 ' Separator: the separator, usually one character. Each of its characters ends a field, but
 '   only the first one is counted to tell whether field Position exists.
 ' Position: the number of the field, counted from 1.
 ' Value: the text to insert.
-' Returns: Txt with Value inserted; Txt without an insertion when there is no field
-'   Position; "" when Txt is ""; Txt unchanged when Separator or Value is "" or Position is
-'   below 1.
+' Returns: Txt with Value inserted; a copy of Txt as it is, Chr(255) included, when there
+'   is no field Position; "" when Txt is ""; Txt unchanged when Separator or Value is "" or
+'   Position is below 1.
 ' Example:
 '   Debug.Print cLSetIn("Smith,John,London", ",", 2, "Mr ")   ' Smith,Mr John,London
 Declare Function cLSetIn (ByVal Txt As String, ByVal Separator As String, ByVal Position As Long, ByVal Value As String) As String
 ' Inserts a value at the end of a field of a separated text.
 ' The value goes just before the separator that ends the field, or at the end of Txt for the
-' last field. A Chr(255) in Txt counts as a separator and comes back as the first character
-' of Separator.
+' last field. When field Position exists, a Chr(255) in Txt comes back as the first
+' character of Separator and ends a field like it; it does not make a field exist, though.
 ' Txt: the text, read up to its first Chr(0).
 ' Separator: the separator, usually one character. Each of its characters ends a field, but
 '   only the first one is counted to tell whether field Position exists.
 ' Position: the number of the field, counted from 1.
 ' Value: the text to insert.
-' Returns: Txt with Value inserted; Txt without an insertion when there is no field
-'   Position; "" when Txt is ""; Txt unchanged when Separator or Value is "" or Position is
-'   below 1.
+' Returns: Txt with Value inserted; a copy of Txt as it is, Chr(255) included, when there
+'   is no field Position; "" when Txt is ""; Txt unchanged when Separator or Value is "" or
+'   Position is below 1.
 ' Example:
 '   Debug.Print cRSetIn("Smith,John,London", ",", 1, " Jr")   ' Smith Jr,John,London
 Declare Function cRSetIn (ByVal Txt As String, ByVal Separator As String, ByVal Position As Long, ByVal Value As String) As String

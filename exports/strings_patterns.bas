@@ -83,7 +83,10 @@ Declare Function cPatternExtMatchS (ByVal Txt As String, ByVal Pattern As String
 ' Case is ignored for the letters A to Z. The score has no fixed maximum: identical
 ' words of up to 31 characters score from 650 to 1,488, depending on their length. To
 ' pick the closest of several candidates, score each against the same Txt1 and take
-' the highest.
+' the highest. Every character of Txt1 is looked for all through Txt2, so the time taken
+' grows with the product of the two lengths: meant for words and names, not for long
+' texts. A run of one character repeated counts as a single step, so long repetitive
+' words stay fast.
 ' Txt1: the first word, such as the one looked for; the scale of the score depends on
 '   its length. It ends at its first Chr$(0).
 ' Txt2: the second word, such as a candidate; it ends at its first Chr$(0).

@@ -218,7 +218,9 @@ BRINDLE_EXPORT(BSTR) cGZIPStringCompress2(BSTR *Txt) {
     });
 }
 
-// Expands a length-prefixed stream into at most the length it claims.
+// Expands a length-prefixed stream into at most the length it claims. The
+// claim is only a limit: the result grows as the stream delivers data, so a
+// short input that claims gigabytes costs no more memory than it expands to.
 BRINDLE_EXPORT(BSTR) cGZIPStringExpand2(BSTR *Txt) {
     return frame::guarded_string([&] {
         const std::string_view in = StrArg::by_ref(Txt).bytes();
@@ -227,22 +229,8 @@ BRINDLE_EXPORT(BSTR) cGZIPStringExpand2(BSTR *Txt) {
         uint32_t claimed = 0;
         for (int i = 0; i < 4; ++i)
             claimed |= static_cast<uint32_t>(static_cast<uint8_t>(in[static_cast<size_t>(i)])) << (8 * i);
-        const std::string_view stream = in.substr(4);
-        // Deflate expands at most about 1032 to 1: a claim the stream can
-        // fill is allocated at once and expanded in place, as uncompress()
-        // does; a larger one is only believed as far as data arrive.
-        if (claimed > 0 && claimed <= 1040 * static_cast<uint64_t>(stream.size()) + 1024) {
-            frame::StringResult result(claimed);
-            uLongf produced = claimed;
-            if (uncompress(reinterpret_cast<Bytef *>(result.data()), &produced,
-                           reinterpret_cast<const Bytef *>(stream.data()), static_cast<uLong>(stream.size())) != Z_OK)
-                return frame::empty_string();
-            if (produced == claimed)
-                return result.take();
-            return frame::new_string(std::string_view(result.data(), produced));
-        }
         std::string out;
-        if (!zlib_expand(stream, claimed, out))
+        if (!zlib_expand(in.substr(4), claimed, out))
             return frame::empty_string();
         return frame::new_string(out);
     });

@@ -61,13 +61,30 @@ void append_number(std::string &out, int64_t value, size_t width) {
     out += digits;
 }
 
-// The length of the run of `letter` (either case) starting at i.
-size_t run_length(std::string_view picture, size_t i, char letter) {
-    size_t n = 0;
-    while (i + n < picture.size() && ascii_lower(picture[i + n]) == letter)
-        ++n;
-    return n;
-}
+// The length of the run of equal letters (either case) starting at i.
+// Items take a run a few characters at a time; the end found for the first
+// of them serves every later position of the same run, so a run of any
+// length is scanned once and a picture costs time linear in its length.
+class RunFinder {
+  public:
+    explicit RunFinder(std::string_view picture) : picture_(picture) {}
+
+    size_t length(size_t i) {
+        if (i < start_ || i >= end_) {
+            const char letter = ascii_lower(picture_[i]);
+            size_t n = i + 1;
+            while (n < picture_.size() && ascii_lower(picture_[n]) == letter)
+                ++n;
+            start_ = i;
+            end_ = n;
+        }
+        return end_ - i;
+    }
+
+  private:
+    std::string_view picture_;
+    size_t start_ = 0, end_ = 0; // the last run found: [start_, end_)
+};
 
 // The longest token of a letter that fits in a run of n, from the token
 // lengths the letter knows (ascending).
@@ -129,6 +146,7 @@ template <class Item> std::string render(std::string_view picture, Item item) {
 
 std::string render_date(std::string_view picture, int32_t date) {
     const DateFields f = split_date(date);
+    RunFinder runs(picture);
     return render(picture, [&](size_t i, std::string &out) -> size_t {
         // A time's AM/PM marker is text here, not two month letters.
         if (starts_with_nocase(picture, i, "am/pm")) {
@@ -136,7 +154,7 @@ std::string render_date(std::string_view picture, int32_t date) {
             return 5;
         }
         const char letter = ascii_lower(picture[i]);
-        const size_t run = run_length(picture, i, letter);
+        const size_t run = runs.length(i);
         size_t used = 1;
         switch (letter) {
         case 'd':
@@ -192,6 +210,7 @@ std::string render_time(std::string_view picture, int32_t time, bool twelve_hour
             hours = 12;
     }
     const bool morning = t.hours < 12;
+    RunFinder runs(picture);
     return render(picture, [&](size_t i, std::string &out) -> size_t {
         // The marker keeps the case the picture wrote it in.
         if (starts_with_nocase(picture, i, "am/pm")) {
@@ -205,8 +224,8 @@ std::string render_time(std::string_view picture, int32_t time, bool twelve_hour
             return 3;
         }
         const char letter = ascii_lower(picture[i]);
-        const size_t run = run_length(picture, i, letter);
-        const size_t used = std::min<size_t>(run == 0 ? 1 : run, 2);
+        const size_t run = runs.length(i);
+        const size_t used = std::min<size_t>(run, 2);
         switch (letter) {
         case 'h':
             append_number(out, hours, used);

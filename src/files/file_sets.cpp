@@ -80,4 +80,8 @@ uint64_t SubtractWithoutBorrow(uint64_t total, uint64_t free) noexcept {
     return (uint64_t{high} << 32) | low;
 }
 
+int32_t ByteTotal::as_long() const noexcept {
+    return bytes_ > INT32_MAX ? INT32_MAX : static_cast<int32_t>(bytes_);
+}
+
 } // namespace brindle::files

@@ -45,4 +45,19 @@ int16_t SlackPercent(double bytes, double on_disk) noexcept;
 // volume queries have always received it.
 uint64_t SubtractWithoutBorrow(uint64_t total, uint64_t free) noexcept;
 
+// The running count of the bytes an export writes, given back as its Long
+// result. The failure codes of such exports are negative, so a count of
+// 2 GiB or more is given as 2,147,483,647 (the largest Long) instead of
+// wrapping round into them; the count itself is kept in 64 bits.
+class ByteTotal {
+  public:
+    // Adds the bytes of one write.
+    void add(uint64_t bytes) noexcept { bytes_ += bytes; }
+    // The count as the Long result: 0 .. 2,147,483,647.
+    int32_t as_long() const noexcept;
+
+  private:
+    uint64_t bytes_ = 0;
+};
+
 } // namespace brindle::files

@@ -1,5 +1,6 @@
 // Byte filters of whole files: copy a file dropping (or keeping only) the
 // bytes of a character set, in blocks of 32,768 bytes.
+#include "files/file_sets.h"
 #include "frame/frame.h"
 #include "platform/file.h"
 
@@ -55,7 +56,7 @@ int32_t filter_file(BSTR Source, BSTR Target, BSTR *CharSet, bool keep_members) 
         platform::delete_if_exists(target);
         return code;
     };
-    uint32_t total = 0;
+    brindle::files::ByteTotal total;
     for (;;) {
         const int64_t got = from.read(in.get(), kBlock);
         if (got < 0)
@@ -68,11 +69,11 @@ int32_t filter_file(BSTR Source, BSTR Target, BSTR *CharSet, bool keep_members) 
                 out[n++] = in[static_cast<size_t>(i)];
         if (!to.write(out.get(), n))
             return fail(kWriteError);
-        total += static_cast<uint32_t>(n);
+        total.add(n);
     }
     if (!to.close())
         return fail(kWriteError);
-    return static_cast<int32_t>(total);
+    return total.as_long(); // 2 GiB and more: the largest Long, never a code
 }
 
 } // namespace

@@ -52,9 +52,11 @@ BSTR fill_to_width(BSTR Txt, BSTR FillChar, int32_t Width, bool left) {
     return out.take();
 }
 
-// cLSetIn and cRSetIn. The copy's bytes 255 are turned into the separator
-// (they stand for the separator while the fields are counted), also when
-// field n does not exist and the copy is returned without an insertion.
+// cLSetIn and cRSetIn. Whether field n exists depends on the occurrences of
+// the separator's first byte only. The byte 255 marks them while they are
+// counted, so a 255 already in the text comes back as that separator too
+// (and ends a field in the walk) - but it is not counted. When field n does
+// not exist, the text comes back unchanged, 255s included.
 BSTR set_in(BSTR Txt, BSTR Separator, int32_t Position, BSTR Value, bool at_end) {
     const StrArg arg = StrArg::by_val(Txt);
     const std::string_view text = arg.text();
@@ -64,16 +66,11 @@ BSTR set_in(BSTR Txt, BSTR Separator, int32_t Position, BSTR Value, bool at_end)
         return empty_string();
     if (sep.empty() || value.empty() || Position < 1)
         return same_handle(arg);
-    std::string copy(text);
-    uint64_t count = 0;
-    for (char &c : copy) {
-        if (c == sep[0] || static_cast<unsigned char>(c) == 0xFF) {
-            c = sep[0];
-            ++count;
-        }
-    }
+    const uint64_t count = static_cast<uint64_t>(std::count(text.begin(), text.end(), sep[0]));
     if (static_cast<uint64_t>(Position) > count + 1)
-        return new_string(copy);
+        return new_string(text);
+    std::string copy(text);
+    std::replace(copy.begin(), copy.end(), '\xFF', sep[0]);
     std::array<bool, 256> is_sep{};
     for (const char c : sep)
         is_sep[static_cast<unsigned char>(c)] = true;

@@ -4,6 +4,7 @@
 // zero-terminated.
 #include "frame/ascii.h"
 #include "frame/frame.h"
+#include "strings/similarity.h"
 #include "strings/wildcard.h"
 #include "strings/wildcard_ext.h"
 
@@ -55,50 +56,6 @@ int32_t ext_match(BSTR Txt, BSTR Pattern, bool case_sensitive) {
     }
 }
 
-// The length factor of the similarity score, by the length of the first
-// word (3 for 30 characters and more).
-constexpr std::array<int, 30> kLengthFactor = {20, 15, 13, 11, 10, 9, 8, 8, 7, 7, 7, 6, 6, 6, 6,
-                                              6,  5,  5,  5,  5,  5, 4, 4, 4, 4, 4, 4, 4, 4, 4};
-
-// The similarity score. Every division truncates and is part of the
-// result. A search for a[i] that finds nothing still adds its 3 to the
-// bonus (a run of length 0). Totals are kept in 64 bits, so very long
-// words do not overflow; the result is the low 16 bits of the score.
-int16_t similarity(std::string_view a, std::string_view b) {
-    const int64_t la = static_cast<int64_t>(a.size()), lb = static_cast<int64_t>(b.size());
-    if (la == 0 || lb == 0)
-        return 0;
-    int64_t s = 0, bonus = 0;
-    for (int64_t i = 0; i < la; ++i) {
-        int64_t best = 0, j = 0;
-        const char ai = ascii_lower(a[static_cast<size_t>(i)]);
-        while (j < lb) {
-            while (j < lb && ascii_lower(b[static_cast<size_t>(j)]) != ai)
-                ++j;
-            int64_t run = 0;
-            if (j < lb) {
-                int64_t ia = i;
-                while (ia < la && j < lb && ascii_lower(a[static_cast<size_t>(ia)]) == ascii_lower(b[static_cast<size_t>(j)])) {
-                    if (j == ia)
-                        ++bonus;
-                    ++run;
-                    ++ia;
-                    ++j;
-                }
-            }
-            bonus += 3 * run + 3;
-            best = std::max(best, run);
-        }
-        s = (s + 2 * (bonus + best) + 2) / (la + 1);
-    }
-    const int64_t lmax = std::max(la, lb), lmin = std::min(la, lb);
-    const int64_t t = la < 30 ? kLengthFactor[static_cast<size_t>(la)] : 3;
-    const int64_t divisor = t * lmax / 10 + 2 * (lmax - lmin) / lmax;
-    if (divisor == 0) // cannot happen (t x lmax >= 10); kept as a guard
-        return 0;
-    return static_cast<int16_t>(static_cast<uint16_t>((100 * s / divisor) & 0xFFFF));
-}
-
 bool equal_case(std::string_view x, std::string_view y, bool case_sensitive) {
     if (x.size() != y.size())
         return false;
@@ -141,7 +98,7 @@ BRINDLE_EXPORT(int32_t) cPatternExtMatchS(BSTR Txt, BSTR Pattern, int16_t CaseSe
 
 // Similarity score of two words, ignoring case; 0 when either is empty.
 BRINDLE_EXPORT(int16_t) cStrMatch(BSTR Txt1, BSTR Txt2) {
-    return guarded<int16_t>(0, [&] { return similarity(StrArg::by_val(Txt1).text(), StrArg::by_val(Txt2).text()); });
+    return guarded<int16_t>(0, [&] { return Similarity(StrArg::by_val(Txt1).text(), StrArg::by_val(Txt2).text()); });
 }
 
 // -1 when text begins with prefix (case-sensitive); 0 when either is empty.

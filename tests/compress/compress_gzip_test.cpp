@@ -4,7 +4,10 @@
 
 #include <zlib.h>
 
+#include <cstdlib>
+#include <fstream>
 #include <random>
+#include <string>
 
 using namespace brindle::test;
 
@@ -34,6 +37,26 @@ std::string le32(uint32_t n) {
     return {static_cast<char>(n), static_cast<char>(n >> 8), static_cast<char>(n >> 16), static_cast<char>(n >> 24)};
 }
 
+#if defined(__linux__)
+// A field of /proc/self/status in KiB, or -1.
+long status_kib(const std::string &field) {
+    std::ifstream status("/proc/self/status");
+    std::string line;
+    while (std::getline(status, line))
+        if (line.rfind(field + ":", 0) == 0)
+            return std::strtol(line.c_str() + field.size() + 1, nullptr, 10);
+    return -1;
+}
+
+// Starts measuring the peak resident memory afresh; false where the system
+// does not allow it.
+bool reset_peak_memory() {
+    std::ofstream("/proc/self/clear_refs") << "5";
+    const long peak = status_kib("VmHWM"), now = status_kib("VmRSS");
+    return peak >= 0 && now >= 0 && peak <= now + 1024;
+}
+#endif
+
 } // namespace
 
 TEST(GzipStrings, CompressIsZlibsCompressAndThePrefixIsTheLength) {
@@ -56,7 +79,7 @@ TEST(GzipStrings, CompressIsZlibsCompressAndThePrefixIsTheLength) {
 
 TEST(GzipStrings, ExpansionLimits) {
     // Better than 75 to 1: the plain form has no room for it, the prefixed
-    // form allocates what its prefix says.
+    // form expands up to what its prefix says.
     const std::string same(100000, 'q');
     const std::string plain = call_text(cGZIPStringCompress, same);
     ASSERT_LT(plain.size() * 75, same.size());
@@ -82,6 +105,22 @@ TEST(GzipStrings, ExpansionLimits) {
     };
     for (const Row &row : rows)
         EXPECT_EQ(call_text(cGZIPStringExpand2, row.input), row.expected) << row.what;
+}
+
+// The length prefix is a limit, not an allocation: 100 KB of damaged stream
+// claiming 100 MB (about what deflate could make of 100 KB) must not take
+// 100 MB of memory before the damage shows.
+TEST(GzipStrings, AClaimedLengthIsNotAllocatedBeforeTheDataArrive) {
+#if !defined(__linux__)
+    GTEST_SKIP() << "the peak memory is read from /proc";
+#else
+    const std::string input = le32(100000000) + "\x78\x9c" + std::string(100000, '\xff');
+    if (!reset_peak_memory())
+        GTEST_SKIP() << "the peak memory cannot be reset here";
+    const long before = status_kib("VmRSS");
+    EXPECT_EQ(call_text(cGZIPStringExpand2, input), "");
+    EXPECT_LT(status_kib("VmHWM") - before, 32 * 1024) << "KiB more at the peak";
+#endif
 }
 
 TEST(GzipStrings, DamagedStreamsGiveTheEmptyString) {

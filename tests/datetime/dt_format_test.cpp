@@ -105,6 +105,27 @@ TEST(DtPictures, NullZeroBytesAndLargePictures) {
     EXPECT_EQ(out.substr(out.size() - 6), "01/01/");
 }
 
+// Runs of one letter millions long: each run is taken a token at a time, and
+// the whole picture must be rendered in one pass (a picture rescanned at
+// every character would not finish within the test run).
+TEST(DtPictures, LongRunsOfOneLetter) {
+    const size_t n = 4200000; // a multiple of 2, 5 and 6
+    auto repeated = [](const std::string &piece, size_t times) {
+        std::string s;
+        s.reserve(piece.size() * times);
+        for (size_t k = 0; k < times; ++k)
+            s += piece;
+        return s;
+    };
+    EXPECT_EQ(format_date(20000101, std::string(n, 'd')), repeated("Sa", n / 6)); // dddddd, the small day
+    EXPECT_EQ(format_date(20000101, std::string(n, 'M')), repeated("J", n / 5));  // mmmmm, the tiny month
+    EXPECT_EQ(format_date(20000101, std::string(n, 'x')), std::string(n, 'x'));
+    EXPECT_EQ(format_date(20000101, repeated("dD", n / 2)), repeated("Sa", n / 6)); // case does not cut a run
+    EXPECT_EQ(format_time(13054207, std::string(n, 'n')), repeated("05", n / 2));
+    EXPECT_EQ(format_time(13054207, std::string(n, 'a')), std::string(n, 'a'));
+    EXPECT_EQ(format_time(13054207, std::string(n, 'h') + "AM/PM"), repeated("01", n / 2) + "PM");
+}
+
 TEST(DtAscTime, FixedLayoutAndInvalidInput) {
     const struct {
         int32_t date, time;

@@ -60,3 +60,25 @@ TEST(FileSets, ClustersSlackAndBorrowFreeSubtraction) {
     EXPECT_EQ(PatternVolumeRoot("d:\\dir\\*.*"), "d:\\");
     EXPECT_EQ(PatternVolumeRoot("dir\\*.*"), "");
 }
+
+// The total of the file filters, block by block as they count it: past 2 GiB
+// it stays at the largest Long instead of wrapping into the negative codes.
+TEST(FileSets, ByteTotalsStopAtTheLargestLong) {
+    ByteTotal total;
+    EXPECT_EQ(total.as_long(), 0);
+    for (int block = 0; block < 65535; ++block)
+        total.add(32768);
+    total.add(32767);
+    EXPECT_EQ(total.as_long(), INT32_MAX) << "2 GiB - 1 is still exact";
+    total.add(1);
+    EXPECT_EQ(total.as_long(), INT32_MAX) << "2 GiB";
+    for (int block = 0; block < 65536 * 4; ++block) // past 4 GiB, where 32 bits start again from 0
+        total.add(32768);
+    total.add(5);
+    EXPECT_EQ(total.as_long(), INT32_MAX);
+    ByteTotal small;
+    small.add(32768);
+    small.add(0);
+    small.add(100);
+    EXPECT_EQ(small.as_long(), 32868);
+}

@@ -57,8 +57,13 @@ TEST(SetIn, LeftAndRightOfAField) {
         {false, "a,b,c", ",", 2, "X", "a,Xb,c"}, {true, "a,b,c", ",", 2, "X", "a,bX,c"},
         {false, "a,b,c", ",", 1, "X", "Xa,b,c"}, {true, "a,b,c", ",", 3, "X", "a,b,cX"},
         {true, "a,,c", ",", 2, "X", "a,X,c"},    {false, "a,b,c", ",", 4, "X", "a,b,c"}, // no field 4: a copy
-        {false, "a\xff" "b", ",", 2, "X", "a,Xb"}, // a byte 255 counts and becomes the separator
-        {false, "a\xff" "b", ",", 3, "X", "a,b"},  {true, "a,b;c", ",;", 2, "X", "a,bX;c"}, // any byte of sep
+        // A byte 255 does not make a field exist; then the text comes back as it was...
+        {false, "a\xff" "b", ",", 2, "X", "a\xff" "b"}, {true, "a\xff" "b", ",", 2, "X", "a\xff" "b"},
+        {false, "a\xff\xff" "b,c", ",", 3, "X", "a\xff\xff" "b,c"},
+        // ...but where the field exists, the 255 becomes the separator and ends a field.
+        {false, "a\xff" "b,c", ",", 2, "X", "a,Xb,c"}, {true, "a\xff" "b,c", ",", 2, "X", "a,bX,c"},
+        {false, "a\xff" "b", "\xff", 2, "X", "a\xff" "Xb"}, // 255 as the separator itself
+        {true, "a,b;c", ",;", 2, "X", "a,bX;c"}, // any byte of sep
         {true, "", ",", 1, "X", ""},             {false, "a,b", "", 1, "X", nullptr},
         {false, "a,b", ",", 0, "X", nullptr},    {true, "a,b", ",", 1, "", nullptr},
     };
