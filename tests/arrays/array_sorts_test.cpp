@@ -14,6 +14,7 @@
 #include <limits>
 #include <random>
 #include <string>
+#include <thread>
 #include <tuple>
 #include <utility>
 #include <vector>
@@ -356,11 +357,61 @@ TEST_F(RmvDup, ThroughTheScratchFileWhichIsAlwaysRemoved) {
         EXPECT_EQ(l.values(), expected);
         EXPECT_TRUE(no_files_here());
     }
-    // An existing file of that name is replaced, then removed.
+}
+
+// The scratch file is always a new one: a file or link that already has the
+// given name is refused (-1) and left alone; without a name the scratch file
+// gets a name no file has, so a file called by the old fixed name survives.
+TEST_F(RmvDup, ScratchFileNeverReplacesAnExistingFile) {
+    Bstr none, named("dups.tmp"), link("link.tmp");
     write_file("dups.tmp", "old");
+    write_file("~!!TMP~.TMP", "mine");
     TypedArray<int16_t> i({2, 2, 1});
-    EXPECT_EQ(cRmvDupI(i.ref(), -1, named.ref(), 0), 2);
-    EXPECT_EQ(i.values(), (std::vector<int16_t>{1, 2, 2}));
+    EXPECT_EQ(cRmvDupI(i.ref(), -1, named.ref(), -1), -1);
+    EXPECT_EQ(i.values(), (std::vector<int16_t>{2, 2, 1})); // refused before sorting
+    EXPECT_EQ(read_file("dups.tmp"), "old");
+    EXPECT_EQ(cRmvDupI(i.ref(), -1, none.ref(), -1), 2);
+    EXPECT_EQ(i.values(), (std::vector<int16_t>{1, 2}));
+    EXPECT_EQ(read_file("~!!TMP~.TMP"), "mine");
+    // A link, even one to a file that does not exist yet, is not followed.
+    std::error_code e1, e2;
+    std::filesystem::create_symlink("dups.tmp", "link.tmp", e1);
+    std::filesystem::create_symlink("target.tmp", "dangling.tmp", e2);
+    if (!e1 && !e2) {
+        Bstr dangling("dangling.tmp");
+        TypedArray<int16_t> j({3, 3});
+        EXPECT_EQ(cRmvDupI(j.ref(), -1, link.ref(), -1), -1);
+        EXPECT_EQ(cRmvDupI(j.ref(), -1, dangling.ref(), -1), -1);
+        EXPECT_EQ(read_file("dups.tmp"), "old");
+        EXPECT_FALSE(std::filesystem::exists("target.tmp"));
+        EXPECT_TRUE(std::filesystem::is_symlink("link.tmp"));
+    }
+    size_t files = 0;
+    for ([[maybe_unused]] const auto &entry : std::filesystem::directory_iterator("."))
+        ++files;
+    EXPECT_EQ(files, !e1 && !e2 ? 4u : 2u); // no scratch file left behind
+}
+
+// Calls at once on two threads (or two processes in one directory) each get
+// a scratch file of their own.
+TEST_F(RmvDup, CallsAtOnceUseScratchFilesOfTheirOwn) {
+    const auto run = [](unsigned seed, int *failures) {
+        const std::vector<int32_t> input = random_values<int32_t>(20000, 3000, seed);
+        std::vector<int32_t> expected = sorted(input);
+        expected.erase(std::unique(expected.begin(), expected.end()), expected.end());
+        Bstr none;
+        for (int round = 0; round < 40; ++round) {
+            TypedArray<int32_t> l(input);
+            if (cRmvDupL(l.ref(), -1, none.ref(), -1) != static_cast<int32_t>(expected.size()) || l.values() != expected)
+                ++*failures;
+        }
+    };
+    int failures[3] = {};
+    std::thread a(run, 1u, &failures[0]), b(run, 2u, &failures[1]), c(run, 3u, &failures[2]);
+    a.join();
+    b.join();
+    c.join();
+    EXPECT_EQ(failures[0] + failures[1] + failures[2], 0);
     EXPECT_TRUE(no_files_here());
 }
 
