@@ -1,6 +1,7 @@
 // Sorts and de-duplication of the typed-array family through the exported
 // interface: numeric sorts of elements and record slices, records packed in
 // a string, cRmvDup, and the multi-key sort of record arrays.
+#include "support/comma_locale.h"
 #include "support/ole_helpers.h"
 #include "support/typed_array.h"
 #include "support/temp_dir.h"
@@ -601,4 +602,132 @@ TEST(TypedSort, VariantKeysAndWideStringPointers) {
     }
     for (BSTR s : owned)
         SysFreeString(s);
+}
+
+// Variant keys read a Variant only when it holds a value the conversion
+// handles by value (numbers, dates, strings, Empty, Null). Objects, values
+// by reference and arrays behind junk pointers, and type codes that name no
+// type, count as a failed conversion: 0 for a number, and the smallest value
+// for a string (as a null string is).
+TEST(TypedSort, VariantKeysReadOnlyTheValuesTheyCanConvert) {
+    const VARTYPE junk[] = {VT_UNKNOWN,        VT_DISPATCH,           VT_RECORD,          VT_BYREF | VT_R8,
+                            VT_BYREF | VT_BSTR, VT_BYREF | VT_VARIANT, VT_ARRAY | VT_I4,   VT_ARRAY | VT_BSTR,
+                            VT_VARIANT,        0x7FFF,                0xFFFF,             VT_BYREF | VT_ARRAY | VT_I4};
+    std::vector<BSTR> owned;
+    std::vector<VRec> rs(240);
+    std::vector<double> value(rs.size());
+    std::vector<bool> is_junk(rs.size());
+    for (size_t i = 0; i < rs.size(); ++i) {
+        VRec &r = rs[i];
+        std::memset(&r, 0x41, sizeof r); // junk pointers and payload everywhere
+        r.id = static_cast<int32_t>(i);
+        r.text = nullptr;
+        value[i] = static_cast<double>(static_cast<int>(i * 7 % 11) - 5) / 2;
+        is_junk[i] = i % 3 == 0;
+        if (is_junk[i]) {
+            V_VT(&r.a) = junk[i / 3 % std::size(junk)];
+            value[i] = 0;
+        } else if (i % 3 == 1) {
+            V_VT(&r.a) = VT_R8;
+            V_R8(&r.a) = value[i];
+        } else {
+            // The number as text: "-2.5" .. "2.5".
+            char digits[16];
+            std::snprintf(digits, sizeof digits, "%g", value[i]);
+            std::u16string w(digits, digits + std::strlen(digits));
+            owned.push_back(SysAllocStringLen(reinterpret_cast<const OLECHAR *>(w.data()), static_cast<UINT>(w.size())));
+            V_VT(&r.a) = VT_BSTR;
+            V_BSTR(&r.a) = owned.back();
+        }
+    }
+    for (int16_t code : {-6, -4, -14, -11}) {
+        Keys k = keys({{offsetof(VRec, a), code, 1, 0}, {offsetof(VRec, id), 4, 1, 0}});
+        Records<VRec> a(rs);
+        ASSERT_EQ(sort_records(a, k), -1);
+        const auto got = a.values();
+        ASSERT_TRUE(every_record_once(got)) << code;
+        std::vector<int32_t> expected(rs.size());
+        for (size_t i = 0; i < rs.size(); ++i)
+            expected[i] = static_cast<int32_t>(i);
+        if (code == -6 || code == -4) {
+            // Junk reads as 0, every value as the number it holds (as a Long
+            // rounded half to even).
+            const auto key = [&](int32_t id) {
+                const double v = value[static_cast<size_t>(id)];
+                return code == -4 ? std::nearbyint(v) : v;
+            };
+            std::stable_sort(expected.begin(), expected.end(), [&](int32_t x, int32_t y) { return key(x) < key(y); });
+        } else {
+            // Junk first, in id order: nothing is below a failed conversion.
+            std::stable_partition(expected.begin(), expected.end(), [&](int32_t x) { return is_junk[static_cast<size_t>(x)]; });
+        }
+        std::vector<int32_t> ids;
+        for (const VRec &r : got)
+            ids.push_back(r.id);
+        if (code == -6 || code == -4) {
+            EXPECT_EQ(ids, expected) << code;
+        } else {
+            EXPECT_EQ(std::vector<int32_t>(ids.begin(), ids.begin() + 80), std::vector<int32_t>(expected.begin(), expected.begin() + 80)) << code;
+        }
+    }
+    for (BSTR s : owned)
+        SysFreeString(s);
+}
+
+// Random descriptors over records of random bytes: every code, offset,
+// length and order, except the codes whose field is a pointer to a string
+// (11, 12, 14), which a record holds by contract. The bytes are all 0x10 or
+// above, so no Variant key meets a string, and it must read none of the
+// other type fields it finds. The sort keeps every record.
+TEST(TypedSort, GarbageDescriptorsOverGarbageRecords) {
+    struct Raw {
+        unsigned char bytes[40];
+    };
+    const auto raw_less = [](const Raw &x, const Raw &y) { return std::memcmp(x.bytes, y.bytes, sizeof x.bytes) < 0; };
+    const int16_t listed[] = {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 13, -1, -2, -3, -4, -5, -6, -7, -8, -11, -12, -14, 0, -9, 15, 32767, -32768};
+    std::mt19937 rng(31);
+    for (int round = 0; round < 200; ++round) {
+        Keys k;
+        auto *bytes = reinterpret_cast<unsigned char *>(&k);
+        for (size_t b = 0; b < sizeof k; ++b)
+            bytes[b] = static_cast<unsigned char>(rng());
+        for (int slot = 0; slot < 10; ++slot) {
+            if (round % 2 == 0) { // codes of the list at offsets near the record
+                k.KeyType[slot] = listed[rng() % std::size(listed)];
+                k.KeyOffset[slot] = static_cast<int16_t>(static_cast<int>(rng() % 48) - 4);
+                k.KeyOrder[slot] = static_cast<int16_t>(rng() % 2 ? 1 : -1);
+            }
+            while (k.KeyType[slot] == 11 || k.KeyType[slot] == 12 || k.KeyType[slot] == 14)
+                k.KeyType[slot] = static_cast<int16_t>(rng());
+        }
+        std::vector<Raw> rs(600);
+        for (Raw &r : rs)
+            for (unsigned char &b : r.bytes)
+                b = static_cast<unsigned char>(0x10 + rng() % 0xF0);
+        Records<Raw> a(rs);
+        ASSERT_EQ(sort_records(a, k), -1) << round;
+        std::vector<Raw> got = a.values();
+        std::sort(got.begin(), got.end(), raw_less);
+        std::sort(rs.begin(), rs.end(), raw_less);
+        ASSERT_EQ(std::memcmp(got.data(), rs.data(), rs.size() * sizeof(Raw)), 0) << round;
+    }
+}
+
+// Numbers in text read with a full stop as the decimal point whatever the
+// caller's locale says; a comma ends the number.
+TEST(TypedSort, NumbersInTextIgnoreTheCallersLocale) {
+    CommaLocale comma;
+    if (!comma.ok())
+        GTEST_SKIP() << "no locale with a decimal comma could be had";
+    std::vector<Rec> rs = random_records(4, 1);
+    const char *numbers[] = {"1.5", "1.25", "1.75", "0,9"};
+    for (size_t i = 0; i < rs.size(); ++i)
+        put_text(rs[i].num, numbers[i]);
+    Keys k = keys({{28, 13, 1, 4}, {0, 4, -1, 0}});
+    Records<Rec> a(rs);
+    ASSERT_EQ(sort_records(a, k), -1);
+    std::vector<int32_t> ids;
+    for (const Rec &r : a.values())
+        ids.push_back(r.id);
+    EXPECT_EQ(ids, (std::vector<int32_t>{3, 1, 0, 2}));
 }
