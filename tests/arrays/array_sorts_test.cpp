@@ -249,6 +249,35 @@ TEST(NumericSorts, RecordSlicesOfTwoDimensionalArrays) {
     }
 }
 
+// Each sort compares slices of its own width, even while another thread
+// sorts slices of another width.
+TEST(NumericSorts, TwoThreadsSortTwoDimensionalArraysOfDifferentWidths) {
+    const auto run = [](ULONG width, unsigned seed, int *failures) {
+        constexpr ULONG kSlices = 20000;
+        // Values -1..1: slices often agree on their first elements.
+        const std::vector<int32_t> v = random_values<int32_t>(width * kSlices, 1, seed);
+        std::vector<std::vector<int32_t>> slices(kSlices);
+        for (ULONG i = 0; i < kSlices; ++i)
+            slices[i].assign(v.begin() + i * width, v.begin() + (i + 1) * width);
+        std::sort(slices.begin(), slices.end());
+        std::vector<int32_t> expected;
+        for (const auto &slice : slices)
+            expected.insert(expected.end(), slice.begin(), slice.end());
+        for (int round = 0; round < 20; ++round) {
+            SafeArray a(VT_I4, {{width, 0}, {kSlices, 1}});
+            std::copy(v.begin(), v.end(), a.data<int32_t>());
+            if (cSortL(a.ref()) != -1 || !std::equal(expected.begin(), expected.end(), a.data<int32_t>()))
+                ++*failures;
+        }
+    };
+    int narrow = 0, wide = 0;
+    std::thread a(run, 2u, 1u, &narrow), b(run, 7u, 2u, &wide);
+    a.join();
+    b.join();
+    EXPECT_EQ(narrow, 0);
+    EXPECT_EQ(wide, 0);
+}
+
 TEST(NumericSorts, RefusalsAndCodesThatDisagreeWithTheElements) {
     SafeArray three(VT_I2, {{2, 0}, {2, 0}, {2, 0}});
     for (int k = 0; k < 8; ++k)
