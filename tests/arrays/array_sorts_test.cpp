@@ -678,7 +678,7 @@ TEST(TypedSort, VariantKeysReadOnlyTheValuesTheyCanConvert) {
             V_BSTR(&r.a) = owned.back();
         }
     }
-    for (int16_t code : {-6, -4, -14, -11}) {
+    for (int16_t code : {-6, -14, -11}) {
         Keys k = keys({{offsetof(VRec, a), code, 1, 0}, {offsetof(VRec, id), 4, 1, 0}});
         Records<VRec> a(rs);
         ASSERT_EQ(sort_records(a, k), -1);
@@ -687,26 +687,21 @@ TEST(TypedSort, VariantKeysReadOnlyTheValuesTheyCanConvert) {
         std::vector<int32_t> expected(rs.size());
         for (size_t i = 0; i < rs.size(); ++i)
             expected[i] = static_cast<int32_t>(i);
-        if (code == -6 || code == -4) {
-            // Junk reads as 0, every value as the number it holds (as a Long
-            // rounded half to even).
-            const auto key = [&](int32_t id) {
-                const double v = value[static_cast<size_t>(id)];
-                return code == -4 ? std::nearbyint(v) : v;
-            };
-            std::stable_sort(expected.begin(), expected.end(), [&](int32_t x, int32_t y) { return key(x) < key(y); });
-        } else {
-            // Junk first, in id order: nothing is below a failed conversion.
+        // By number (junk reads as 0 for -6), then by id; for the string
+        // codes the junk comes first, as a null string would.
+        std::stable_sort(expected.begin(), expected.end(),
+                         [&](int32_t x, int32_t y) { return value[static_cast<size_t>(x)] < value[static_cast<size_t>(y)]; });
+        if (code != -6)
             std::stable_partition(expected.begin(), expected.end(), [&](int32_t x) { return is_junk[static_cast<size_t>(x)]; });
-        }
         std::vector<int32_t> ids;
         for (const VRec &r : got)
             ids.push_back(r.id);
-        if (code == -6 || code == -4) {
-            EXPECT_EQ(ids, expected) << code;
-        } else {
-            EXPECT_EQ(std::vector<int32_t>(ids.begin(), ids.begin() + 80), std::vector<int32_t>(expected.begin(), expected.begin() + 80)) << code;
-        }
+        // -11 orders the values as text, which is not the numbers' order:
+        // only its junk part is checked.
+        const size_t checked = code == -11 ? rs.size() / 3 : rs.size();
+        EXPECT_EQ(std::vector<int32_t>(ids.begin(), ids.begin() + static_cast<ptrdiff_t>(checked)),
+                  std::vector<int32_t>(expected.begin(), expected.begin() + static_cast<ptrdiff_t>(checked)))
+            << code;
     }
     for (BSTR s : owned)
         SysFreeString(s);
