@@ -38,9 +38,6 @@ namespace brindle::arrays {
 
 namespace {
 
-// The name of the scratch file when the caller gives none, before the
-// unique-name maker fills in the X's.
-constexpr const char *kScratchTemplate = "~!!XXXXXX";
 constexpr size_t kChunk = 32768;
 
 // The scratch file: created on construction, closed and deleted on every
@@ -52,10 +49,12 @@ class Scratch {
             create(std::string(given));
             return;
         }
-        // A call at once may take the name between the maker's look and
-        // the creation: the maker then moves on to the next letter.
+        // The unique-name maker's template, "~aXXXXXX" first. When the name
+        // it makes is taken all the same (a call at once created it after
+        // the maker looked, or a dangling link, which the maker does not
+        // see, has it), the next template is tried: "~b", "~c", ...
         for (int attempt = 0; attempt < 26 && !created_; ++attempt) {
-            std::string name = kScratchTemplate;
+            std::string name = std::string{'~', static_cast<char>('a' + attempt)} + "XXXXXX";
             if (!platform::make_unique_name(&name) || create(std::move(name)) != platform::kFileExists)
                 return;
         }

@@ -415,11 +415,21 @@ TEST_F(RmvDup, ScratchFileNeverReplacesAnExistingFile) {
         EXPECT_EQ(read_file("dups.tmp"), "old");
         EXPECT_FALSE(std::filesystem::exists("target.tmp"));
         EXPECT_TRUE(std::filesystem::is_symlink("link.tmp"));
+        // A dangling link where the scratch file's first name would be:
+        // another name is taken, the link is not followed.
+        Bstr prefix("~a");
+        const std::string first = str(cUniqueFileName(prefix.ref()));
+        std::error_code e3;
+        std::filesystem::create_symlink("made.tmp", first, e3);
+        ASSERT_FALSE(e3) << first;
+        EXPECT_EQ(cRmvDupI(j.ref(), -1, none.ref(), -1), 1);
+        EXPECT_FALSE(std::filesystem::exists("made.tmp"));
+        EXPECT_TRUE(std::filesystem::is_symlink(first));
     }
     size_t files = 0;
     for ([[maybe_unused]] const auto &entry : std::filesystem::directory_iterator("."))
         ++files;
-    EXPECT_EQ(files, !e1 && !e2 ? 4u : 2u); // no scratch file left behind
+    EXPECT_EQ(files, !e1 && !e2 ? 5u : 2u); // no scratch file left behind
 }
 
 // Calls at once on two threads (or two processes in one directory) each get
