@@ -4,8 +4,6 @@
 // does not depend on which locales the machine happens to carry.
 #pragma once
 
-#include <gtest/gtest.h>
-
 #include <clocale>
 #include <cstdlib>
 #include <filesystem>
