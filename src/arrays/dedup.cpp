@@ -4,14 +4,26 @@
 // passed through a scratch file. With the shrink flag the caller's array is
 // then redimensioned to the units kept.
 //
+// The scratch file is always a new file, created exclusively: a name that is
+// taken (by a file, a directory or a link, even a dangling one) is never
+// opened, truncated or followed. Without a given name it gets a name no file
+// in the current directory has (the runtime's unique-name maker), so that a
+// caller's file is never touched and calls at once - on threads or in
+// processes sharing the directory - each have their own. The units are read
+// back through the handle that wrote them, and the file is removed on every
+// path.
+//
 // Results: the number of units kept; 0 for an array of more than two
 // dimensions (and for arrays of strings, variants and the like, whose
-// elements must not be duplicated byte by byte); -1 the scratch file cannot be created, -2 a short write, -3 the
-// file could not be completed, -4 it cannot be reopened, -5 a short read.
-// The scratch file is removed on every path.
+// elements must not be duplicated byte by byte); -1 the scratch file cannot
+// be created (the given name is taken, or no unique name is left), -2 a
+// short write, -4 the file cannot be read from its start, -5 a short read.
+// (-3, a file that could not be completed on closing, does not arise: the
+// file is read back before it is closed.)
 #include "arrays/block_units.h"
 #include "frame/frame.h"
 #include "platform/file.h"
+#include "platform/file_info.h"
 
 #include <cstring>
 #include <memory>
@@ -26,16 +38,26 @@ namespace brindle::arrays {
 
 namespace {
 
-constexpr const char *kDefaultScratch = "~!!TMP~.TMP";
 constexpr size_t kChunk = 32768;
 
 // The scratch file: created on construction, closed and deleted on every
 // way out.
 class Scratch {
   public:
-    explicit Scratch(std::string name) : name_(std::move(name)) {
-        file_ = File::open(name_, OpenMode::Create);
-        created_ = file_.is_open();
+    explicit Scratch(std::string_view given) {
+        if (!given.empty()) {
+            create(std::string(given));
+            return;
+        }
+        // The unique-name maker's template, "~aXXXXXX" first. When the name
+        // it makes is taken all the same (a call at once created it after
+        // the maker looked, or a dangling link, which the maker does not
+        // see, has it), the next template is tried: "~b", "~c", ...
+        for (int attempt = 0; attempt < 26 && !created_; ++attempt) {
+            std::string name = std::string{'~', static_cast<char>('a' + attempt)} + "XXXXXX";
+            if (!platform::make_unique_name(&name) || create(std::move(name)) != platform::kFileExists)
+                return;
+        }
     }
     ~Scratch() {
         file_.close();
@@ -47,9 +69,18 @@ class Scratch {
 
     bool created() const { return created_; }
     File &file() { return file_; }
-    const std::string &name() const { return name_; }
 
   private:
+    // The runtime's error number of the exclusive creation (0 when made).
+    int create(std::string name) {
+        int error = 0;
+        file_ = File::open(name, OpenMode::CreateNew, &error);
+        created_ = file_.is_open();
+        if (created_)
+            name_ = std::move(name);
+        return created_ ? 0 : error;
+    }
+
     std::string name_;
     File file_;
     bool created_ = false;
@@ -87,12 +118,9 @@ size_t through_file(const BlockUnits &u, Scratch &scratch, int32_t *error) {
             buffer.clear();
         }
     }
-    if (!scratch.file().close() && *error == 0)
-        *error = -3;
     if (*error != 0)
         return 0;
-    scratch.file() = File::open(scratch.name(), OpenMode::Read);
-    if (!scratch.file().is_open()) {
+    if (!scratch.file().seek(0)) {
         *error = -4;
         return 0;
     }
@@ -111,8 +139,7 @@ size_t through_file(const BlockUnits &u, Scratch &scratch, int32_t *error) {
 int32_t remove_duplicates(SAFEARRAY **array, int16_t code, int16_t use_file, BSTR *file_name, int16_t shrink) {
     std::unique_ptr<Scratch> scratch;
     if (flag16(use_file)) {
-        const std::string_view given = StrArg::by_ref(file_name).text();
-        scratch = std::make_unique<Scratch>(given.empty() ? std::string(kDefaultScratch) : std::string(given));
+        scratch = std::make_unique<Scratch>(StrArg::by_ref(file_name).text());
         if (!scratch->created())
             return -1;
     }

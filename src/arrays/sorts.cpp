@@ -16,11 +16,6 @@ namespace brindle::arrays {
 
 namespace {
 
-// Elements per record slice of the running two-dimensional sort. Kept
-// process-wide as the family always has (the library is single-threaded by
-// contract); each sort sets it before use.
-size_t g_slice_elements = 0;
-
 // Three-way comparison of two slices of `n` elements of T: the first unequal
 // pair decides; NaN is unequal to nothing.
 template <class T> int compare_slices(const unsigned char *x, const unsigned char *y, size_t n) {
@@ -41,10 +36,12 @@ template <class T> void sort_typed(const BlockUnits &u, bool descending) {
         sort_numbers(reinterpret_cast<T *>(u.base), u.count, descending);
         return;
     }
-    g_slice_elements = u.elements;
+    // The comparison carries the slice length itself, so sorts on several
+    // threads at once each compare slices of their own array.
     const int sign = descending ? -1 : 1;
-    sort_units(u.base, u.count, u.bytes, [sign](const unsigned char *x, const unsigned char *y) {
-        return sign * compare_slices<T>(x, y, g_slice_elements);
+    const size_t elements = u.elements;
+    sort_units(u.base, u.count, u.bytes, [sign, elements](const unsigned char *x, const unsigned char *y) {
+        return sign * compare_slices<T>(x, y, elements);
     });
 }
 
@@ -90,10 +87,6 @@ int16_t sort_string_records(BSTR *buffer, int32_t count, int32_t size, bool desc
     return -1;
 }
 
-// The caller's descriptor as the running typed sort uses it, with the
-// record size filled in; process-wide, as the family keeps it.
-TypedSortDescriptor g_typed_sort{};
-
 // cSortTypedArray: the record count is the 16-bit Count of the array's
 // parameters, so fewer than 2 records - and counts past 32767, which wrap
 // negative - sort nothing and give 0.
@@ -104,14 +97,16 @@ int16_t sort_typed_array(SAFEARRAY **array, TypedSortDescriptor *descriptor) {
     const ArrayBlock block(array);
     if (!block.ok())
         return 0;
+    // A local copy of the keys: nothing of a sort outlives the call, so two
+    // sorts at once do not meet.
     const size_t size = block.element_size();
-    std::memcpy(&g_typed_sort, descriptor, sizeof g_typed_sort);
-    g_typed_sort.RecordSize = static_cast<int32_t>(size);
+    TypedSortDescriptor keys;
+    std::memcpy(&keys, descriptor, sizeof keys);
     descriptor->RecordSize = static_cast<int32_t>(size);
     size_t count = static_cast<size_t>(prm.Count);
     if (size == 0 || block.bytes() / size < count)
         count = size == 0 ? 0 : block.bytes() / size;
-    typed_sort(static_cast<unsigned char *>(block.data()), count, size, g_typed_sort);
+    typed_sort(static_cast<unsigned char *>(block.data()), count, size, keys);
     return -1;
 }
 

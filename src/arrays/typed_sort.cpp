@@ -2,11 +2,11 @@
 
 #include "arrays/sort_engine.h"
 #include "frame/variants.h"
+#include "platform/crt_parse.h"
 #include "platform/ole.h"
 
 #include <bit>
 #include <cstdint>
-#include <cstdlib>
 #include <cstring>
 #include <limits>
 #include <optional>
@@ -60,10 +60,43 @@ int compare_wide(const OLECHAR *a, const OLECHAR *b, bool nocase) {
 
 template <class T> int three_way(T a, T b) { return a > b ? 1 : a < b ? -1 : 0; }
 
-// The leading number of 8-bit text, as strtod reads it.
-double text_number(const char *bytes, size_t length) {
-    const std::string text(bytes, length);
-    return std::strtod(text.c_str(), nullptr);
+// The leading number of 8-bit text, as the runtime's strtod reads it in the
+// "C" locale (a client's locale never turns the full stop into a comma).
+double text_number(const char *bytes, size_t length) { return platform::crt_strtod(std::string_view(bytes, length)); }
+
+// Variant types whose value a coercion reads from the Variant itself. The
+// record's bytes are the caller's and may be anything: objects (whose
+// interfaces a copy would call), values by reference and arrays all lead
+// through a pointer that nothing vouches for, so such a field - like a type
+// code that names no type - is never handed to a coercion and counts as one
+// that failed. A String's pointer is read: a record holding a Variant of a
+// String holds a real one by contract, as with the pointer keys 11, 12, 14.
+bool convertible_by_value(VARTYPE vt) {
+    switch (vt) {
+    case VT_EMPTY:
+    case VT_NULL:
+    case VT_I2:
+    case VT_I4:
+    case VT_R4:
+    case VT_R8:
+    case VT_CY:
+    case VT_DATE:
+    case VT_BSTR:
+    case VT_ERROR:
+    case VT_BOOL:
+    case VT_DECIMAL:
+    case VT_I1:
+    case VT_UI1:
+    case VT_UI2:
+    case VT_UI4:
+    case VT_I8:
+    case VT_UI8:
+    case VT_INT:
+    case VT_UINT:
+        return true;
+    default:
+        return false;
+    }
 }
 
 size_t wide_length(const OLECHAR *text) {
@@ -236,10 +269,14 @@ class Key {
         return 0;
     }
 
-    VARIANT field_variant(size_t i) const {
+    // A shallow view of record i's Variant (the coercions copy it before
+    // changing it); nothing when its type is not one to read.
+    std::optional<VARIANT> field_variant(size_t i) const {
         VARIANT v;
         std::memcpy(&v, base_ + i * size_ + offset_, sizeof v);
-        return v; // a shallow view: the coercions copy it before changing it
+        if (!convertible_by_value(V_VT(&v)))
+            return std::nullopt;
+        return v;
     }
 
     static VARTYPE variant_target(int16_t type) {
@@ -276,24 +313,24 @@ class Key {
                 value = text_number(text.data(), text.size());
             }
         } else if (type_ == -14) {
-            const VARIANT v = field_variant(i);
-            if (auto wide = frame::variant_wide(&v)) {
+            const std::optional<VARIANT> v = field_variant(i);
+            if (auto wide = v ? frame::variant_wide(&*v) : std::nullopt) {
                 const std::string text = platform::wide_to_ansi(wide->c_str(), wide_length(wide->c_str()));
                 value = text_number(text.data(), text.size());
             }
         } else {
             // A Variant whose coercion fails counts as 0, as an unchecked
             // conversion leaves it.
-            const VARIANT v = field_variant(i);
-            value = frame::variant_number(&v, variant_target(type_)).value_or(0.0);
+            const std::optional<VARIANT> v = field_variant(i);
+            value = (v ? frame::variant_number(&*v, variant_target(type_)) : std::nullopt).value_or(0.0);
         }
         present_[i] = value.has_value();
         reals_[i] = value.value_or(0.0);
     }
 
     void cache_wide(size_t i) {
-        const VARIANT v = field_variant(i);
-        auto wide = frame::variant_wide(&v);
+        const std::optional<VARIANT> v = field_variant(i);
+        auto wide = v ? frame::variant_wide(&*v) : std::nullopt;
         present_[i] = wide.has_value();
         if (wide)
             wides_[i] = std::move(*wide);

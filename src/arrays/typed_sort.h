@@ -14,11 +14,17 @@
 //    9 fixed text, case-insensitive   10 fixed text, case-sensitive
 //      (KeyLength characters, or up to the zero byte when KeyLength is 0)
 //   11 pointer to a wide string, case-insensitive   12 ... case-sensitive
-//   13 fixed text holding a number (strtod)   14 wide string holding a number
+//   13 fixed text holding a number   14 wide string holding a number
+//      (both read as the C runtime's strtod does, whatever the locale)
 // A negative code names a Variant field converted first: -1 Boolean, -2
 // signed byte, -3 Integer, -4 Long, -5 Single, -6 Double, -7 Currency, -8
 // Date (numbers), -11 / -12 String (case-insensitive / -sensitive), -14
-// String then as 14. A null string pointer is the smallest value.
+// String then as 14. A null string pointer is the smallest value. Only a
+// Variant holding a value of its own (a number, date, string, Empty or Null)
+// is converted; one holding an object, a reference or an array, or whose type
+// code names no type, counts as a failed conversion (0, or for the string
+// codes the smallest value): the record's pointers are never followed.
+// The key code is checked against this list before its field is read.
 //
 // Codes 0, -9, -10, -13 and anything outside -14..14 compare every pair as
 // "less" in the key's direction; so does a key whose field does not fit in

@@ -48,6 +48,10 @@ int32_t filter_file(BSTR Source, BSTR Target, BSTR *CharSet, bool keep_members) 
     platform::File from = platform::File::open(source, platform::OpenMode::Read);
     if (!from.is_open())
         return kSourceNotOpened;
+    // Creating the target would truncate the source when both name one file
+    // (however spelled: another case, ".\", a link).
+    if (platform::same_file(source, target))
+        return kTargetNotCreated;
     platform::File to = platform::File::open(target, platform::OpenMode::Create);
     if (!to.is_open())
         return kTargetNotCreated;

@@ -6,12 +6,12 @@
 // The token tests take their strings by value and read them zero-terminated;
 // every other function here reads its text counted.
 #include "frame/frame.h"
+#include "platform/clock.h"
 #include "platform/crt_rand.h"
 
 #include <algorithm>
 #include <array>
 #include <cstring>
-#include <ctime>
 #include <string>
 
 using namespace brindle::frame;
@@ -442,8 +442,9 @@ BRINDLE_EXPORT(BSTR) cGetBlock(BSTR *Txt, int32_t Position, int32_t Size) {
     });
 }
 
-// The bytes shuffled with the C runtime's generator, reseeded with the time
-// in whole seconds at every call (two calls in one second shuffle alike).
+// The bytes shuffled with the C runtime's generator, reseeded with the
+// platform's calendar clock in whole seconds at every call (two calls in one
+// second shuffle alike).
 // The text is taken up to its first zero byte and the rest become zero
 // bytes; the result keeps the length of the text.
 BRINDLE_EXPORT(BSTR) cMixChars(BSTR *Txt) {
@@ -458,7 +459,7 @@ BRINDLE_EXPORT(BSTR) cMixChars(BSTR *Txt) {
         const std::string_view z = text.text();
         std::memcpy(buf, z.data(), z.size());
         using namespace brindle::platform;
-        crt_srand(static_cast<uint32_t>(std::time(nullptr)));
+        crt_srand(static_cast<uint32_t>(calendar_time()));
         // rand() spans 0..32767, so, as with the runtime, bytes beyond the
         // first 32,768 are never drawn.
         for (size_t k = 0; k < len; ++k) {

@@ -1,6 +1,7 @@
 // Sorts and de-duplication of the typed-array family through the exported
 // interface: numeric sorts of elements and record slices, records packed in
 // a string, cRmvDup, and the multi-key sort of record arrays.
+#include "support/comma_locale.h"
 #include "support/ole_helpers.h"
 #include "support/typed_array.h"
 #include "support/temp_dir.h"
@@ -14,6 +15,7 @@
 #include <limits>
 #include <random>
 #include <string>
+#include <thread>
 #include <tuple>
 #include <utility>
 #include <vector>
@@ -247,6 +249,35 @@ TEST(NumericSorts, RecordSlicesOfTwoDimensionalArrays) {
     }
 }
 
+// Each sort compares slices of its own width, even while another thread
+// sorts slices of another width.
+TEST(NumericSorts, TwoThreadsSortTwoDimensionalArraysOfDifferentWidths) {
+    const auto run = [](ULONG width, unsigned seed, int *failures) {
+        constexpr ULONG kSlices = 20000;
+        // Values -1..1: slices often agree on their first elements.
+        const std::vector<int32_t> v = random_values<int32_t>(width * kSlices, 1, seed);
+        std::vector<std::vector<int32_t>> slices(kSlices);
+        for (ULONG i = 0; i < kSlices; ++i)
+            slices[i].assign(v.begin() + i * width, v.begin() + (i + 1) * width);
+        std::sort(slices.begin(), slices.end());
+        std::vector<int32_t> expected;
+        for (const auto &slice : slices)
+            expected.insert(expected.end(), slice.begin(), slice.end());
+        for (int round = 0; round < 20; ++round) {
+            SafeArray a(VT_I4, {{width, 0}, {kSlices, 1}});
+            std::copy(v.begin(), v.end(), a.data<int32_t>());
+            if (cSortL(a.ref()) != -1 || !std::equal(expected.begin(), expected.end(), a.data<int32_t>()))
+                ++*failures;
+        }
+    };
+    int narrow = 0, wide = 0;
+    std::thread a(run, 2u, 1u, &narrow), b(run, 7u, 2u, &wide);
+    a.join();
+    b.join();
+    EXPECT_EQ(narrow, 0);
+    EXPECT_EQ(wide, 0);
+}
+
 TEST(NumericSorts, RefusalsAndCodesThatDisagreeWithTheElements) {
     SafeArray three(VT_I2, {{2, 0}, {2, 0}, {2, 0}});
     for (int k = 0; k < 8; ++k)
@@ -356,11 +387,71 @@ TEST_F(RmvDup, ThroughTheScratchFileWhichIsAlwaysRemoved) {
         EXPECT_EQ(l.values(), expected);
         EXPECT_TRUE(no_files_here());
     }
-    // An existing file of that name is replaced, then removed.
+}
+
+// The scratch file is always a new one: a file or link that already has the
+// given name is refused (-1) and left alone; without a name the scratch file
+// gets a name no file has, so a file called by the old fixed name survives.
+TEST_F(RmvDup, ScratchFileNeverReplacesAnExistingFile) {
+    Bstr none, named("dups.tmp"), link("link.tmp");
     write_file("dups.tmp", "old");
+    write_file("~!!TMP~.TMP", "mine");
     TypedArray<int16_t> i({2, 2, 1});
-    EXPECT_EQ(cRmvDupI(i.ref(), -1, named.ref(), 0), 2);
-    EXPECT_EQ(i.values(), (std::vector<int16_t>{1, 2, 2}));
+    EXPECT_EQ(cRmvDupI(i.ref(), -1, named.ref(), -1), -1);
+    EXPECT_EQ(i.values(), (std::vector<int16_t>{2, 2, 1})); // refused before sorting
+    EXPECT_EQ(read_file("dups.tmp"), "old");
+    EXPECT_EQ(cRmvDupI(i.ref(), -1, none.ref(), -1), 2);
+    EXPECT_EQ(i.values(), (std::vector<int16_t>{1, 2}));
+    EXPECT_EQ(read_file("~!!TMP~.TMP"), "mine");
+    // A link, even one to a file that does not exist yet, is not followed.
+    std::error_code e1, e2;
+    std::filesystem::create_symlink("dups.tmp", "link.tmp", e1);
+    std::filesystem::create_symlink("target.tmp", "dangling.tmp", e2);
+    if (!e1 && !e2) {
+        Bstr dangling("dangling.tmp");
+        TypedArray<int16_t> j({3, 3});
+        EXPECT_EQ(cRmvDupI(j.ref(), -1, link.ref(), -1), -1);
+        EXPECT_EQ(cRmvDupI(j.ref(), -1, dangling.ref(), -1), -1);
+        EXPECT_EQ(read_file("dups.tmp"), "old");
+        EXPECT_FALSE(std::filesystem::exists("target.tmp"));
+        EXPECT_TRUE(std::filesystem::is_symlink("link.tmp"));
+        // A dangling link where the scratch file's first name would be:
+        // another name is taken, the link is not followed.
+        Bstr prefix("~a");
+        const std::string first = str(cUniqueFileName(prefix.ref()));
+        std::error_code e3;
+        std::filesystem::create_symlink("made.tmp", first, e3);
+        ASSERT_FALSE(e3) << first;
+        EXPECT_EQ(cRmvDupI(j.ref(), -1, none.ref(), -1), 1);
+        EXPECT_FALSE(std::filesystem::exists("made.tmp"));
+        EXPECT_TRUE(std::filesystem::is_symlink(first));
+    }
+    size_t files = 0;
+    for ([[maybe_unused]] const auto &entry : std::filesystem::directory_iterator("."))
+        ++files;
+    EXPECT_EQ(files, !e1 && !e2 ? 5u : 2u); // no scratch file left behind
+}
+
+// Calls at once on two threads (or two processes in one directory) each get
+// a scratch file of their own.
+TEST_F(RmvDup, CallsAtOnceUseScratchFilesOfTheirOwn) {
+    const auto run = [](unsigned seed, int *failures) {
+        const std::vector<int32_t> input = random_values<int32_t>(20000, 3000, seed);
+        std::vector<int32_t> expected = sorted(input);
+        expected.erase(std::unique(expected.begin(), expected.end()), expected.end());
+        Bstr none;
+        for (int round = 0; round < 40; ++round) {
+            TypedArray<int32_t> l(input);
+            if (cRmvDupL(l.ref(), -1, none.ref(), -1) != static_cast<int32_t>(expected.size()) || l.values() != expected)
+                ++*failures;
+        }
+    };
+    int failures[3] = {};
+    std::thread a(run, 1u, &failures[0]), b(run, 2u, &failures[1]), c(run, 3u, &failures[2]);
+    a.join();
+    b.join();
+    c.join();
+    EXPECT_EQ(failures[0] + failures[1] + failures[2], 0);
     EXPECT_TRUE(no_files_here());
 }
 
@@ -406,20 +497,29 @@ TEST(TypedSort, SeveralKeysOfMixedTypesRefineExactly) {
 
 TEST(TypedSort, NumbersInTextWithSignedZerosAndNaNs) {
     // 3000 records take the radix path, on which "-0" and "0" are equal (the
-    // next key decides); a NaN sends the key back to the comparison sort,
-    // which promises no order around it but keeps every record.
-    const char *texts[] = {"-0", "0", "1.5", "-2", "10", "abc", " 3"};
-    for (bool with_nan : {false, true}) {
-        std::vector<Rec> rs = random_records(3000, 6);
-        for (size_t i = 0; i < rs.size(); ++i)
-            put_text(rs[i].num, i == 1234 && with_nan ? "nan" : texts[i * 7919 % 7]);
-        Keys k = keys({{28, 13, 1, 4}, {4, 3, -1, 0}});
-        Records<Rec> a(rs);
-        ASSERT_EQ(sort_records(a, k), -1);
-        expect_order(a.values(), [&](const Rec &x, const Rec &y) {
-            return !with_nan && std::make_tuple(num(x), y.small) < std::make_tuple(num(y), x.small);
-        });
-    }
+    // next key decides). "nan", "inf" and "0x10" are no numbers to the
+    // Windows runtime's strtod and read as 0 on every platform.
+    const char *texts[] = {"-0", "0", "1.5", "-2", "10", "abc", " 3", "nan", "inf", "0x10"};
+    std::vector<Rec> rs = random_records(3000, 6);
+    for (size_t i = 0; i < rs.size(); ++i)
+        put_text(rs[i].num, texts[i * 7919 % 10]);
+    Keys k = keys({{28, 13, 1, 4}, {4, 3, -1, 0}});
+    Records<Rec> a(rs);
+    ASSERT_EQ(sort_records(a, k), -1);
+    const auto value = [](const Rec &r) {
+        const std::string t = text(r.num, 4);
+        return t == "nan" || t == "inf" || t == "0x10" ? 0.0 : num(r);
+    };
+    expect_order(a.values(), [&](const Rec &x, const Rec &y) {
+        return std::make_tuple(value(x), y.small) < std::make_tuple(value(y), x.small);
+    });
+    // A NaN in a Double key sends it back to the comparison sort, which
+    // promises no order around it but keeps every record.
+    rs[1234].d = std::numeric_limits<double>::quiet_NaN();
+    Keys by_double = keys({{12, 6, 1, 0}, {4, 3, -1, 0}});
+    Records<Rec> b(rs);
+    ASSERT_EQ(sort_records(b, by_double), -1);
+    EXPECT_TRUE(every_record_once(b.values()));
 }
 
 TEST(TypedSort, CaseSensitiveTextToTheZeroByteAndCurrencyReadAsDouble) {
@@ -550,4 +650,127 @@ TEST(TypedSort, VariantKeysAndWideStringPointers) {
     }
     for (BSTR s : owned)
         SysFreeString(s);
+}
+
+// Variant keys read a Variant only when it holds a value the conversion
+// handles by value (numbers, dates, strings, Empty, Null). Objects, values
+// by reference and arrays behind junk pointers, and type codes that name no
+// type, count as a failed conversion: 0 for a number, and the smallest value
+// for a string (as a null string is).
+TEST(TypedSort, VariantKeysReadOnlyTheValuesTheyCanConvert) {
+    const VARTYPE junk[] = {VT_UNKNOWN,        VT_DISPATCH,           VT_RECORD,          VT_BYREF | VT_R8,
+                            VT_BYREF | VT_BSTR, VT_BYREF | VT_VARIANT, VT_ARRAY | VT_I4,   VT_ARRAY | VT_BSTR,
+                            VT_VARIANT,        0x7FFF,                0xFFFF,             VT_BYREF | VT_ARRAY | VT_I4};
+    std::vector<BSTR> owned;
+    std::vector<VRec> rs(240);
+    std::vector<double> value(rs.size());
+    std::vector<bool> is_junk(rs.size());
+    for (size_t i = 0; i < rs.size(); ++i) {
+        VRec &r = rs[i];
+        std::memset(&r, 0x41, sizeof r); // junk pointers and payload everywhere
+        r.id = static_cast<int32_t>(i);
+        r.text = nullptr;
+        value[i] = static_cast<double>(static_cast<int>(i * 7 % 11) - 5) / 2;
+        is_junk[i] = i % 3 == 0;
+        if (is_junk[i]) {
+            V_VT(&r.a) = junk[i / 3 % std::size(junk)];
+            value[i] = 0;
+        } else if (i % 3 == 1) {
+            V_VT(&r.a) = VT_R8;
+            V_R8(&r.a) = value[i];
+        } else {
+            // The number as text: "-2.5" .. "2.5".
+            char digits[16];
+            std::snprintf(digits, sizeof digits, "%g", value[i]);
+            std::u16string w(digits, digits + std::strlen(digits));
+            owned.push_back(SysAllocStringLen(reinterpret_cast<const OLECHAR *>(w.data()), static_cast<UINT>(w.size())));
+            V_VT(&r.a) = VT_BSTR;
+            V_BSTR(&r.a) = owned.back();
+        }
+    }
+    for (int16_t code : {-6, -14, -11}) {
+        Keys k = keys({{offsetof(VRec, a), code, 1, 0}, {offsetof(VRec, id), 4, 1, 0}});
+        Records<VRec> a(rs);
+        ASSERT_EQ(sort_records(a, k), -1);
+        const auto got = a.values();
+        ASSERT_TRUE(every_record_once(got)) << code;
+        std::vector<int32_t> expected(rs.size());
+        for (size_t i = 0; i < rs.size(); ++i)
+            expected[i] = static_cast<int32_t>(i);
+        // By number (junk reads as 0 for -6), then by id; for the string
+        // codes the junk comes first, as a null string would.
+        std::stable_sort(expected.begin(), expected.end(),
+                         [&](int32_t x, int32_t y) { return value[static_cast<size_t>(x)] < value[static_cast<size_t>(y)]; });
+        if (code != -6)
+            std::stable_partition(expected.begin(), expected.end(), [&](int32_t x) { return is_junk[static_cast<size_t>(x)]; });
+        std::vector<int32_t> ids;
+        for (const VRec &r : got)
+            ids.push_back(r.id);
+        // -11 orders the values as text, which is not the numbers' order:
+        // only its junk part is checked.
+        const size_t checked = code == -11 ? rs.size() / 3 : rs.size();
+        EXPECT_EQ(std::vector<int32_t>(ids.begin(), ids.begin() + static_cast<ptrdiff_t>(checked)),
+                  std::vector<int32_t>(expected.begin(), expected.begin() + static_cast<ptrdiff_t>(checked)))
+            << code;
+    }
+    for (BSTR s : owned)
+        SysFreeString(s);
+}
+
+// Random descriptors over records of random bytes: every code, offset,
+// length and order, except the codes whose field is a pointer to a string
+// (11, 12, 14), which a record holds by contract. The bytes are all 0x10 or
+// above, so no Variant key meets a string, and it must read none of the
+// other type fields it finds. The sort keeps every record.
+TEST(TypedSort, GarbageDescriptorsOverGarbageRecords) {
+    struct Raw {
+        unsigned char bytes[40];
+    };
+    const auto raw_less = [](const Raw &x, const Raw &y) { return std::memcmp(x.bytes, y.bytes, sizeof x.bytes) < 0; };
+    const int16_t listed[] = {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 13, -1, -2, -3, -4, -5, -6, -7, -8, -11, -12, -14, 0, -9, 15, 32767, -32768};
+    std::mt19937 rng(31);
+    for (int round = 0; round < 200; ++round) {
+        Keys k;
+        auto *bytes = reinterpret_cast<unsigned char *>(&k);
+        for (size_t b = 0; b < sizeof k; ++b)
+            bytes[b] = static_cast<unsigned char>(rng());
+        for (int slot = 0; slot < 10; ++slot) {
+            if (round % 2 == 0) { // codes of the list at offsets near the record
+                k.KeyType[slot] = listed[rng() % std::size(listed)];
+                k.KeyOffset[slot] = static_cast<int16_t>(static_cast<int>(rng() % 48) - 4);
+                k.KeyOrder[slot] = static_cast<int16_t>(rng() % 2 ? 1 : -1);
+            }
+            while (k.KeyType[slot] == 11 || k.KeyType[slot] == 12 || k.KeyType[slot] == 14)
+                k.KeyType[slot] = static_cast<int16_t>(rng());
+        }
+        std::vector<Raw> rs(600);
+        for (Raw &r : rs)
+            for (unsigned char &b : r.bytes)
+                b = static_cast<unsigned char>(0x10 + rng() % 0xF0);
+        Records<Raw> a(rs);
+        ASSERT_EQ(sort_records(a, k), -1) << round;
+        std::vector<Raw> got = a.values();
+        std::sort(got.begin(), got.end(), raw_less);
+        std::sort(rs.begin(), rs.end(), raw_less);
+        ASSERT_EQ(std::memcmp(got.data(), rs.data(), rs.size() * sizeof(Raw)), 0) << round;
+    }
+}
+
+// Numbers in text read with a full stop as the decimal point whatever the
+// caller's locale says; a comma ends the number.
+TEST(TypedSort, NumbersInTextIgnoreTheCallersLocale) {
+    CommaLocale comma;
+    if (!comma.ok())
+        GTEST_SKIP() << "no locale with a decimal comma could be had";
+    std::vector<Rec> rs = random_records(4, 1);
+    const char *numbers[] = {"1.5", "1.25", "1.75", "0,9"};
+    for (size_t i = 0; i < rs.size(); ++i)
+        put_text(rs[i].num, numbers[i]);
+    Keys k = keys({{28, 13, 1, 4}, {0, 4, -1, 0}});
+    Records<Rec> a(rs);
+    ASSERT_EQ(sort_records(a, k), -1);
+    std::vector<int32_t> ids;
+    for (const Rec &r : a.values())
+        ids.push_back(r.id);
+    EXPECT_EQ(ids, (std::vector<int32_t>{3, 1, 0, 2}));
 }

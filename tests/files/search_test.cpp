@@ -348,6 +348,27 @@ TEST_F(Search, FileFiltersDropOrKeepTheSet) {
     EXPECT_EQ(cFileFilter(in.val(), out.val(), nullptr), -1);
 }
 
+// Creating the target would truncate the source when both name one file,
+// however the names are spelled: refused as a target that cannot be created.
+TEST_F(Search, FileFiltersRefuseTheirOwnSourceAsTarget) {
+    const std::string data = "keep\r\nthis\r\n";
+    write_file("in.bin", data);
+    fs::create_directory("sub");
+    std::vector<std::string> spellings = {"in.bin", ".\\in.bin", "sub\\..\\in.bin", "./in.bin",
+                                          fs::absolute("in.bin").string()};
+    std::error_code e;
+    fs::create_symlink("in.bin", "link.bin", e);
+    if (!e)
+        spellings.push_back("link.bin");
+    Bstr in("in.bin"), set("\r\n");
+    for (const std::string &name : spellings) {
+        Bstr target(name);
+        EXPECT_EQ(cFileFilter(in.val(), target.val(), set.ref()), -32751) << name;
+        EXPECT_EQ(cFileFilterNot(target.val(), in.val(), set.ref()), -32751) << name;
+        EXPECT_EQ(read_file("in.bin"), data) << name;
+    }
+}
+
 // Odd patterns and roots give their failure values or what the system
 // would make of them, never a crash or a read outside the arguments (the
 // sanitizer build checks the latter).

@@ -1,13 +1,21 @@
-// The Windows runtime's _gcvt rendering, against outputs of that runtime
-// published in its documentation and knowledge base.
+// The Windows runtime's number texts: the _gcvt rendering, against outputs
+// of that runtime published in its documentation and knowledge base, and
+// strtod's reading.
 #include "platform/crt_format.h"
+#include "platform/crt_parse.h"
+#include "support/comma_locale.h"
 
 #include <gtest/gtest.h>
 
+#include <bit>
 #include <cmath>
+#include <cstdio>
 #include <limits>
+#include <random>
+#include <string>
 
 using brindle::platform::crt_gcvt;
+using brindle::platform::crt_strtod;
 
 TEST(CrtGcvt, KnownOutputsOfTheRuntime) {
     struct Row {
@@ -63,4 +71,50 @@ TEST(CrtGcvt, SpecialValues) {
     EXPECT_EQ(crt_gcvt(-std::numeric_limits<double>::infinity(), 15), "-1.#INF");
     EXPECT_EQ(crt_gcvt(std::numeric_limits<double>::quiet_NaN(), 15), "1.#QNAN");
     EXPECT_EQ(crt_gcvt(std::numeric_limits<double>::denorm_min(), 2), "4.9e-324");
+}
+
+// The runtime's strtod in its "C" locale: decimal digits with a full stop,
+// an exponent after e or E; no hexadecimal, infinity or NaN spellings (the
+// Windows runtime reads none of them), and no locale consulted.
+TEST(CrtStrtod, TheRuntimesGrammarWhateverTheLocale) {
+    brindle::test::CommaLocale comma; // when one can be had: a decimal comma must not matter
+    struct Row {
+        const char *text;
+        double value;
+    } rows[] = {
+        {"1.5", 1.5},          {"1,5", 1},         {" \t\r\n\v\f-2.5e3xyz", -2500}, {"+.5", 0.5},
+        {"5.", 5},             {".", 0},           {"-", 0},                        {"e5", 0},
+        {"1e", 1},             {"1e+", 1},         {"1E-2", 0.01},                  {"0x10", 0},
+        {"inf", 0},            {"-infinity", 0},   {"nan", 0},                      {"", 0},
+        {"0.1", 0.1},          {"1e-400", 0},      {"4.9406564584124654e-324", 4.9406564584124654e-324},
+        {"123456789012345678901234567890", 123456789012345678901234567890.0},
+        {"1.7976931348623157e308", 1.7976931348623157e308},
+        {"00000000000000000000000000000000000000000000000000001.25", 1.25},
+        {"0e99999999999999999999", 0},
+    };
+    for (const Row &r : rows)
+        EXPECT_EQ(crt_strtod(r.text), r.value) << r.text;
+    const double huge = std::numeric_limits<double>::infinity();
+    EXPECT_EQ(crt_strtod("1e400"), huge);
+    EXPECT_EQ(crt_strtod("-1e99999999999999999999"), -huge);
+    EXPECT_EQ(crt_strtod("1" + std::string(400, '0')), huge);
+    EXPECT_TRUE(std::signbit(crt_strtod("-0")));
+    // 70,000 characters: digits far beyond what a double holds still round
+    // as the whole number says.
+    EXPECT_EQ(crt_strtod("0." + std::string(70000, '0') + "1e70001"), 1);
+    EXPECT_EQ(crt_strtod("0.1" + std::string(70000, '0') + "1"), 0.1);
+    EXPECT_EQ(crt_strtod(std::string_view("12\0" "3", 4)), 12); // a zero byte ends it
+    // Round trips of the shortest exact renderings, by the C library's printf.
+    std::mt19937_64 rng(5);
+    for (int i = 0; i < 20000; ++i) {
+        const double x = std::bit_cast<double>(rng());
+        if (!std::isfinite(x))
+            continue;
+        char text[40];
+        std::snprintf(text, sizeof text, "%.17e", x);
+        for (char &c : text)
+            if (c == ',')
+                c = '.'; // printf follows the locale
+        ASSERT_EQ(crt_strtod(text), x) << text;
+    }
 }
