@@ -10,21 +10,24 @@
 ' Arr: the array, of one or two dimensions.
 ' UseFile: True (-1) passes the distinct values through a scratch file instead of moving
 '   them inside the array; any other value works in memory, which is faster.
-' FileName: the scratch file when UseFile is True; "" uses ~!!TMP~.TMP in the current
-'   directory. A file of that name is overwritten and then deleted. Ignored otherwise.
+' FileName: the scratch file when UseFile is True: a file of that name is overwritten
+'   and then deleted. "" makes a new file with a name no file in the current directory
+'   has (as cUniqueFileName does), so no file of the caller's is touched and calls at
+'   once each have their own. Ignored when UseFile is not True.
 ' Shrink: True (-1) redimensions the array (as ReDim Preserve, the lower bound kept) so
 '   that it holds just the distinct values or records; any other value leaves its size
 '   alone. An array of fixed size is never resized.
-' Returns: the number of distinct values or records; 0 for an array never dimensioned or
-'   of more than two dimensions (then unchanged). With UseFile True, a scratch file that
-'   fails gives a negative code; the file is removed in every case, and after -2 to -4
-'   the array is left sorted but not reduced, after -5 its front may be partly
-'   overwritten:
+' Returns: the number of distinct values or records; 0 for an array never dimensioned,
+'   of more than two dimensions or not numeric (then unchanged). With UseFile True, a
+'   scratch file that fails gives a negative code; the file is removed in every case,
+'   and after -2 or -4 the array is left sorted but not reduced, after -5 its front may
+'   be partly overwritten:
 '   - -1: the scratch file could not be created (the array is unchanged).
 '   - -2: writing to the scratch file failed.
-'   - -3: the scratch file could not be completed (closing it failed).
-'   - -4: the scratch file could not be opened again to read it back.
+'   - -4: the scratch file could not be read from its start.
 '   - -5: reading the scratch file back failed.
+'   The file is read back through the handle that wrote it, so -3 (a file that could
+'   not be completed on closing) does not arise.
 ' Note: without Shrink, the elements behind the distinct ones keep what the sort left
 '   there, so the array's end still holds sorted values, some of them repeated.
 ' Example:

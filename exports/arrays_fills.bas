@@ -6,7 +6,8 @@
 ' Arr: the array. Of a two-dimensional array A(i, j), only the first column (every i,
 '   with j at its lower bound) is set.
 ' Value: the value given to each element.
-' Returns: True (-1), also for an array with no elements or one never dimensioned.
+' Returns: True (-1), also for an array with no elements or one never dimensioned;
+'   False (0) for an array of Strings or Variants, which is left alone.
 Declare Function cSetI (Arr() As Integer, ByVal Value As Integer) As Integer
 ' Like cSetI, for Double arrays.
 Declare Function cSetD (Arr() As Double, ByVal Value As Double) As Integer
@@ -16,7 +17,8 @@ Declare Function cSetD (Arr() As Double, ByVal Value As Double) As Integer
 ' Arr: the array. Of a two-dimensional array A(i, j), only the first column (every i,
 '   with j at its lower bound) changes.
 ' Value: the amount added to each element; a negative one subtracts.
-' Returns: True (-1), also for an array with no elements or one never dimensioned.
+' Returns: True (-1), also for an array with no elements or one never dimensioned;
+'   False (0) for an array of Strings or Variants, which is left alone.
 Declare Function cAddI (Arr() As Integer, ByVal Value As Integer) As Integer
 ' Like cAddI, for Single arrays.
 Declare Function cAddS (Arr() As Single, ByVal Value As Single) As Integer
@@ -28,7 +30,8 @@ Declare Function cAddD (Arr() As Double, ByVal Value As Double) As Integer
 ' Arr: the array. Of a two-dimensional array A(i, j), only the first column (every i,
 '   with j at its lower bound) is filled.
 ' Start: the value of the first element.
-' Returns: True (-1), also for an array with no elements or one never dimensioned.
+' Returns: True (-1), also for an array with no elements or one never dimensioned;
+'   False (0) for an array of Strings or Variants, which is left alone.
 ' Example:
 '   Dim A(1 To 4) As Double
 '   r = cFillD(A(), 0.5)   ' A = 0.5, 1.5, 2.5, 3.5
@@ -45,7 +48,8 @@ Declare Function cFillD (Arr() As Double, ByVal Start As Double) As Integer
 '   with j at its lower bound) is filled.
 ' Start: the value of the first element.
 ' Increment: the step between neighbours; it may be negative or 0.
-' Returns: True (-1), also for an array with no elements or one never dimensioned.
+' Returns: True (-1), also for an array with no elements or one never dimensioned;
+'   False (0) for an array of Strings or Variants, which is left alone.
 ' Example:
 '   Dim A(1 To 3) As Integer
 '   r = cFillIncrI(A(), 10, -7)   ' A = 10, 3, -4

@@ -9,7 +9,7 @@
 '   with j at its lower bound) is read.
 ' Value: the value to count.
 ' Returns: the number of equal elements; 0 when there is none, and for an array with no
-'   elements or one never dimensioned.
+'   elements, one never dimensioned, or one of Strings or Variants.
 Declare Function cCountI (Arr() As Integer, ByVal Value As Integer) As Long
 ' Like cCountI, for Long arrays.
 Declare Function cCountL (Arr() As Long, ByVal Value As Long) As Long
@@ -24,7 +24,8 @@ Declare Function cCountD (Arr() As Double, ByVal Value As Double) As Long
 '   with j at its lower bound) is searched.
 ' Value: the value to find.
 ' Returns: the subscript of the first equal element, in the array's own bounds; -1 when
-'   none is equal, the array has no elements or was never dimensioned. In an array whose
+'   none is equal, the array has no elements, was never dimensioned, or holds Strings or
+'   Variants. In an array whose
 '   bounds include -1, test A(-1) yourself to tell the two apart.
 Declare Function cSearchI (Arr() As Integer, ByVal Value As Integer) As Long
 ' Like cSearchI, for Long arrays.

@@ -123,7 +123,12 @@ End Type
 '   or sorts only part of them, so keep such arrays below 32768 records.
 ' Note: a key whose field would reach past the end of the record is never read and
 '   orders nothing. A Variant that cannot be converted to the key's number type counts
-'   as 0; one that cannot be converted to a String counts as the smallest text.
+'   as 0; one that cannot be converted to a String counts as the smallest text. Only
+'   Variants holding a value of their own are converted (numbers, dates, Strings, Empty,
+'   Null, Decimal, Error); an object, a reference, an array or an unknown type counts as
+'   one that cannot be converted, and what it points to is never read. Text holding a
+'   number (13, 14, -14) is read with a full stop as the decimal sign whatever the
+'   regional settings; "nan", "inf" and hexadecimal text read as 0.
 ' Example:
 '   Type Item
 '       Qty As Long         ' offset 0

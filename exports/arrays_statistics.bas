@@ -7,7 +7,8 @@
 ' Every element is turned into a Double before it is added, so Integer and Long sums
 ' never overflow.
 ' Arr: the array.
-' Returns: the sum; 0 for an array with no elements or one never dimensioned.
+' Returns: the sum; 0 for an array with no elements, one never dimensioned, or one of
+'   Strings or Variants.
 Declare Function cSumI (Arr() As Integer) As Double
 ' Like cSumI, for Long arrays.
 Declare Function cSumL (Arr() As Long) As Double
@@ -19,7 +20,8 @@ Declare Function cSumD (Arr() As Double) As Double
 ' The sum, worked out as by cSumI, is divided by the number of elements.
 ' Arr: the array.
 ' Returns: the mean; for an array with no elements or one never dimensioned, not a
-'   number (NaN, from 0 / 0), so check the bounds first.
+'   number (NaN, from 0 / 0), so check the bounds first; 0 for an array of Strings or
+'   Variants.
 Declare Function cMeanI (Arr() As Integer) As Double
 ' Like cMeanI, for Long arrays.
 Declare Function cMeanL (Arr() As Long) As Double
@@ -34,7 +36,7 @@ Declare Function cMeanD (Arr() As Double) As Double
 ' population deviation, or by n / Sqr(n - 1) to get the sample deviation.
 ' Arr: the array.
 ' Returns: the measure; 0 for a single element; not a number (NaN) for an array with no
-'   elements or one never dimensioned.
+'   elements or one never dimensioned; 0 for an array of Strings or Variants.
 ' Example:
 '   Dim A(1 To 3) As Double
 '   A(1) = 1: A(2) = 2: A(3) = 3
@@ -48,8 +50,8 @@ Declare Function cDeviationS (Arr() As Single) As Double
 Declare Function cDeviationD (Arr() As Double) As Double
 ' Gives the largest element of dimension 1 of an array.
 ' Arr: the array.
-' Returns: the largest element, in the array's own type; 0 for an array with no elements
-'   or one never dimensioned.
+' Returns: the largest element, in the array's own type; 0 for an array with no elements,
+'   one never dimensioned, or one of Strings or Variants.
 ' Note: an empty array has no largest element; the library gives 0 rather than an
 '   undefined value.
 Declare Function cMaxI (Arr() As Integer) As Integer
@@ -62,7 +64,7 @@ Declare Function cMaxD (Arr() As Double) As Double
 ' Gives the smallest element of dimension 1 of an array.
 ' Arr: the array.
 ' Returns: the smallest element, in the array's own type; 0 for an array with no
-'   elements or one never dimensioned.
+'   elements, one never dimensioned, or one of Strings or Variants.
 ' Note: an empty array has no smallest element; the library gives 0 rather than an
 '   undefined value.
 Declare Function cMinI (Arr() As Integer) As Integer
@@ -82,7 +84,8 @@ Declare Function cMinD (Arr() As Double) As Double
 ' Arr: the array.
 ' X: the value to leave out; elements must equal it exactly to be skipped.
 ' Returns: the largest element not equal to X; the start value above when every element
-'   equals X, and for an array with no elements or one never dimensioned.
+'   equals X, and for an array with no elements or one never dimensioned; 0 for an array
+'   of Strings or Variants.
 Declare Function cMaxNotXI (Arr() As Integer, ByVal X As Integer) As Integer
 ' Like cMaxNotXI, for Long arrays.
 Declare Function cMaxNotXL (Arr() As Long, ByVal X As Long) As Long
@@ -98,7 +101,8 @@ Declare Function cMaxNotXD (Arr() As Double, ByVal X As Double) As Double
 ' Arr: the array.
 ' X: the value to leave out; elements must equal it exactly to be skipped.
 ' Returns: the smallest element not equal to X; the start value above when every element
-'   equals X, and for an array with no elements or one never dimensioned.
+'   equals X, and for an array with no elements or one never dimensioned; 0 for an array
+'   of Strings or Variants.
 Declare Function cMinNotXI (Arr() As Integer, ByVal X As Integer) As Integer
 ' Like cMinNotXI, for Long arrays.
 Declare Function cMinNotXL (Arr() As Long, ByVal X As Long) As Long

@@ -186,7 +186,9 @@ Declare Function cSearchDir (ByVal Root As String, ByVal Mask As String, ByVal O
 '     at least one of the five bits;
 '   - any other positive value: files that agree with it in at least one of the five
 '     bits; only a file that differs in all five is left out.
-' Names: a one-dimensional String array, dimensioned by the caller.
+' Names: a String array, dimensioned by the caller. Of a two-dimensional array
+'   Names(i, j), the names go down the first column (every i, with j at its lower bound);
+'   the other columns are left alone.
 ' Returns: the number of names stored when the files run out first; when the array fills
 '   up, one less than the number stored; 0 for an array without elements; -1 when the
 '   pattern matches no entry at all, and when Names is not a dimensioned String array.
@@ -268,7 +270,8 @@ Declare Function cGetDiskFreeEx (ByVal Root As String) As Currency
 ' The file is copied in blocks of 32,768 bytes; the set is taken byte for byte, zero
 ' bytes included. An existing target is replaced.
 ' Source: the file to read.
-' Target: the file to write.
+' Target: the file to write; it must not be Source under any spelling of the name
+'   (then -32751, and Source is left alone).
 ' CharSet: the bytes to leave out, as vbCr & vbLf.
 ' Returns: the number of bytes written, 2,147,483,647 for 2 GiB or more; -1 when CharSet
 '   is ""; -32750 when the source cannot be opened; -32751 when the target cannot be
@@ -283,7 +286,8 @@ Declare Function cFileFilter (ByVal Source As String, ByVal Target As String, Ch
 ' bytes included. A set of a single character is the exception: that character is left
 ' out and all others kept, as cFileFilter does. An existing target is replaced.
 ' Source: the file to read.
-' Target: the file to write.
+' Target: the file to write; it must not be Source under any spelling of the name
+'   (then -32751, and Source is left alone).
 ' CharSet: the bytes to keep, two or more; one byte is left out instead.
 ' Returns: the number of bytes written, 2,147,483,647 for 2 GiB or more (as for
 '   cFileFilter); -1 when CharSet is ""; -32750 when the source cannot be opened; -32751

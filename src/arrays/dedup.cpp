@@ -4,19 +4,19 @@
 // passed through a scratch file. With the shrink flag the caller's array is
 // then redimensioned to the units kept.
 //
-// The scratch file is always a new file, created exclusively: a name that is
-// taken (by a file, a directory or a link, even a dangling one) is never
-// opened, truncated or followed. Without a given name it gets a name no file
-// in the current directory has (the runtime's unique-name maker), so that a
-// caller's file is never touched and calls at once - on threads or in
-// processes sharing the directory - each have their own. The units are read
-// back through the handle that wrote them, and the file is removed on every
-// path.
+// A scratch file the caller names is created or replaced: the caller gave
+// it. Without a name the scratch file is a new one, created exclusively under
+// a name no file in the current directory has (the runtime's unique-name
+// maker): a name that is taken (by a file, a directory or a link, even a
+// dangling one) is never opened, truncated or followed, so that a caller's
+// file is never touched and calls at once - on threads or in processes
+// sharing the directory - each have their own. The units are read back
+// through the handle that wrote them, and the file is removed on every path.
 //
 // Results: the number of units kept; 0 for an array of more than two
 // dimensions (and for arrays of strings, variants and the like, whose
 // elements must not be duplicated byte by byte); -1 the scratch file cannot
-// be created (the given name is taken, or no unique name is left), -2 a
+// be created (the given name cannot be written, or no unique name is left), -2 a
 // short write, -4 the file cannot be read from its start, -5 a short read.
 // (-3, a file that could not be completed on closing, does not arise: the
 // file is read back before it is closed.)
@@ -46,7 +46,7 @@ class Scratch {
   public:
     explicit Scratch(std::string_view given) {
         if (!given.empty()) {
-            create(std::string(given));
+            create(std::string(given), OpenMode::CreateReadWrite);
             return;
         }
         // The unique-name maker's template, "~aXXXXXX" first. When the name
@@ -55,7 +55,8 @@ class Scratch {
         // see, has it), the next template is tried: "~b", "~c", ...
         for (int attempt = 0; attempt < 26 && !created_; ++attempt) {
             std::string name = std::string{'~', static_cast<char>('a' + attempt)} + "XXXXXX";
-            if (!platform::make_unique_name(&name) || create(std::move(name)) != platform::kFileExists)
+            if (!platform::make_unique_name(&name) ||
+                create(std::move(name), OpenMode::CreateNew) != platform::kFileExists)
                 return;
         }
     }
@@ -71,10 +72,10 @@ class Scratch {
     File &file() { return file_; }
 
   private:
-    // The runtime's error number of the exclusive creation (0 when made).
-    int create(std::string name) {
+    // The runtime's error number of the creation (0 when made).
+    int create(std::string name, OpenMode mode) {
         int error = 0;
-        file_ = File::open(name, OpenMode::CreateNew, &error);
+        file_ = File::open(name, mode, &error);
         created_ = file_.is_open();
         if (created_)
             name_ = std::move(name);
