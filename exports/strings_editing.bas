@@ -63,20 +63,9 @@ Declare Function cRFill (ByVal Txt As String, ByVal FillChar As String, ByVal Fi
 ' Example:
 '   Debug.Print cLSetIn("Smith,John,London", ",", 2, "Mr ")   ' Smith,Mr John,London
 Declare Function cLSetIn (ByVal Txt As String, ByVal Separator As String, ByVal Position As Long, ByVal Value As String) As String
-' Inserts a value at the end of a field of a separated text.
-' The value goes just before the separator that ends the field, or at the end of Txt for the
-' last field. When field Position exists, a Chr(255) in Txt comes back as the first
-' character of Separator and ends a field like it; it does not make a field exist, though.
-' Txt: the text, read up to its first Chr(0).
-' Separator: the separator, usually one character. Each of its characters ends a field, but
-'   only the first one is counted to tell whether field Position exists.
-' Position: the number of the field, counted from 1.
-' Value: the text to insert.
-' Returns: Txt with Value inserted; a copy of Txt as it is, Chr(255) included, when there
-'   is no field Position; "" when Txt is ""; Txt unchanged when Separator or Value is "" or
-'   Position is below 1.
-' Example:
-'   Debug.Print cRSetIn("Smith,John,London", ",", 1, " Jr")   ' Smith Jr,John,London
+' Like cLSetIn, inserting Value at the end of the field: just before the separator that
+'   ends it, or at the end of Txt for the last field.
+'   cRSetIn("Smith,John,London", ",", 1, " Jr") gives "Smith Jr,John,London".
 Declare Function cRSetIn (ByVal Txt As String, ByVal Separator As String, ByVal Position As Long, ByVal Value As String) As String
 ' Overwrites a string in place with a pattern repeated.
 ' The pattern starts at the first character and its last repetition is cut where the string
