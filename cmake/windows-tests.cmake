@@ -3,7 +3,7 @@
 # machine, so they name the Python interpreter by path, not as a target that
 # would get the emulator too.
 set(BRINDLE_CHECK_EXPORTS
-    ${Python3_EXECUTABLE} ${CMAKE_SOURCE_DIR}/tools/check_exports.py
+    ${Python3_EXECUTABLE} ${PROJECT_SOURCE_DIR}/tools/check_exports.py
     --objdump ${CMAKE_OBJDUMP} --list ${BRINDLE_GENERATED}/exports.txt)
 
 # Exactly the listed names, undecorated; and only system DLLs imported.
