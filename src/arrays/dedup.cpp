@@ -24,6 +24,7 @@
 #include "frame/frame.h"
 #include "platform/file.h"
 #include "platform/file_info.h"
+#include "runtime/unique_name.h"
 
 #include <cstring>
 #include <memory>
@@ -55,7 +56,7 @@ class Scratch {
         // see, has it), the next template is tried: "~b", "~c", ...
         for (int attempt = 0; attempt < 26 && !created_; ++attempt) {
             std::string name = std::string{'~', static_cast<char>('a' + attempt)} + "XXXXXX";
-            if (!platform::make_unique_name(&name) ||
+            if (!runtime::make_unique_name(&name) ||
                 create(std::move(name), OpenMode::CreateNew) != platform::kFileExists)
                 return;
         }

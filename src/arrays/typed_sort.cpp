@@ -2,7 +2,7 @@
 
 #include "arrays/sort_engine.h"
 #include "frame/variants.h"
-#include "platform/crt_parse.h"
+#include "runtime/crt_parse.h"
 #include "platform/ole.h"
 
 #include <bit>
@@ -62,7 +62,7 @@ template <class T> int three_way(T a, T b) { return a > b ? 1 : a < b ? -1 : 0; 
 
 // The leading number of 8-bit text, as the runtime's strtod reads it in the
 // "C" locale (a client's locale never turns the full stop into a comma).
-double text_number(const char *bytes, size_t length) { return platform::crt_strtod(std::string_view(bytes, length)); }
+double text_number(const char *bytes, size_t length) { return runtime::crt_strtod(std::string_view(bytes, length)); }
 
 // Variant types whose value a coercion reads from the Variant itself. The
 // record's bytes are the caller's and may be anything: objects (whose

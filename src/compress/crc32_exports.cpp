@@ -5,7 +5,7 @@
 #include "compress/crc32.h"
 #include "frame/frame.h"
 #include "platform/file.h"
-#include "platform/text_mode.h"
+#include "runtime/text_mode.h"
 
 #include <memory>
 #include <string>
@@ -90,7 +90,7 @@ BRINDLE_EXPORT(int32_t) cFileCRC32(BSTR *FileName, int16_t Mode) {
         std::vector<unsigned char> buffer(kChunk);
         uint32_t reg = 0xFFFFFFFFu;
         if (Mode == 1) {
-            auto reader = std::make_unique<brindle::platform::TextReader>(file);
+            auto reader = std::make_unique<brindle::runtime::TextReader>(file);
             for (;;) {
                 const int64_t got = reader->read(buffer.data(), kChunk);
                 if (got < 0)

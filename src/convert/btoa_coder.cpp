@@ -2,7 +2,7 @@
 
 #include "frame/hex_digits.h"
 #include "platform/file.h"
-#include "platform/text_mode.h"
+#include "runtime/text_mode.h"
 
 #include <cstdio>
 #include <limits>
@@ -121,8 +121,8 @@ int32_t btoa_encode_file(std::string_view input, std::string_view output) {
     if (!out.is_open())
         return -2;
     // The reader and writer hold 32 KB buffers each: keep them off the stack.
-    auto reader = std::make_unique<platform::TextReader>(in);
-    auto writer = std::make_unique<platform::TextWriter>(out);
+    auto reader = std::make_unique<runtime::TextReader>(in);
+    auto writer = std::make_unique<runtime::TextWriter>(out);
     std::string text;
     text.reserve(kChunk + 1024);
     BtoaEncoder encoder(text);
@@ -164,7 +164,7 @@ namespace {
 // its first kMaxLine characters.
 class LineReader {
   public:
-    explicit LineReader(platform::File &file) : reader_(std::make_unique<platform::TextReader>(file)) {}
+    explicit LineReader(platform::File &file) : reader_(std::make_unique<runtime::TextReader>(file)) {}
 
     // False at the end of the input (or on a read error).
     bool next(std::string &line, bool &overlong) {
@@ -201,7 +201,7 @@ class LineReader {
         return true;
     }
 
-    std::unique_ptr<platform::TextReader> reader_;
+    std::unique_ptr<runtime::TextReader> reader_;
     std::vector<char> buffer_ = std::vector<char>(kChunk);
     size_t pos_ = 0, len_ = 0;
     bool ended_ = false;
@@ -273,7 +273,7 @@ class Scanner {
 // real.
 class BodyDecoder {
   public:
-    explicit BodyDecoder(platform::TextWriter &out) : out_(out) {}
+    explicit BodyDecoder(runtime::TextWriter &out) : out_(out) {}
 
     // One body line: encoding characters and the check character last.
     void line(std::string_view text) {
@@ -343,7 +343,7 @@ class BodyDecoder {
             write_failed_ = true;
     }
 
-    platform::TextWriter &out_;
+    runtime::TextWriter &out_;
     BtoaSums sums_;
     uint64_t value_ = 0;
     int digits_ = 0;
@@ -402,7 +402,7 @@ int32_t btoa_decode_file(std::string_view input) {
     platform::File out = platform::File::open(name, platform::OpenMode::Create);
     if (!out.is_open())
         return kBtoaFailed;
-    auto writer = std::make_unique<platform::TextWriter>(out);
+    auto writer = std::make_unique<runtime::TextWriter>(out);
     BodyDecoder body(*writer);
 
     bool have = lines.next(line, overlong);

@@ -8,7 +8,7 @@
 //   xbtoa End N <count> <count hex> E <xor> S <sum> R <rotating sum>
 //
 // Files are read and written in the Windows runtime's text mode on every
-// platform (platform/text_mode.h): the encoder reads its input with CR LF
+// platform (runtime/text_mode.h): the encoder reads its input with CR LF
 // pairs as LF and stops at a Ctrl-Z byte, and the decoder writes its output
 // with every LF as CR LF, exactly as the format's classic tools do on Windows.
 // Counts and checksums are 32-bit; inputs of 4 GiB and more are outside the

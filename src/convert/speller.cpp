@@ -1,7 +1,7 @@
 #include "convert/speller.h"
 
 #include "frame/ascii.h"
-#include "platform/crt_format.h"
+#include "runtime/crt_format.h"
 
 #include <algorithm>
 #include <cmath>
@@ -98,7 +98,7 @@ class Speller {
 // digits; an exponent form (f below 0.1 after rounding) is rewritten as the
 // plain decimals "0.00ddd", cut after kMaxDecimals decimals.
 std::string fraction_text(double f, int digits) {
-    std::string text = platform::crt_gcvt(f, digits);
+    std::string text = runtime::crt_gcvt(f, digits);
     const size_t e = text.find('e');
     if (e == std::string::npos)
         return text;

@@ -6,6 +6,7 @@
 #include "frame/frame.h"
 #include "platform/directory.h"
 #include "platform/file_info.h"
+#include "runtime/unique_name.h"
 
 using namespace brindle::frame;
 using namespace brindle::files;
@@ -173,7 +174,7 @@ BRINDLE_EXPORT(BSTR) cUniqueFileName(BSTR *Prefix) {
         const std::string_view prefix = StrArg::by_ref(Prefix).text();
         if (prefix.size() == 1 || prefix.size() == 2)
             name.replace(0, prefix.size(), prefix);
-        if (!platform::make_unique_name(&name))
+        if (!brindle::runtime::make_unique_name(&name))
             return empty_string();
         return new_string(name);
     });

@@ -96,13 +96,6 @@ std::string current_directory();
 // the system refuses.
 bool full_path(std::string_view path, std::string *out, size_t limit = 260);
 
-// A name made from a template ending in six "X" as the runtime's unique-name
-// maker does: the first X becomes a letter from "a" up, the other five the
-// process number, so that no file or directory of that name exists in the
-// current directory. False when the template is malformed or all 26 letters
-// are taken.
-bool make_unique_name(std::string *name);
-
 uint32_t process_id() noexcept;
 
 } // namespace brindle::platform

@@ -7,7 +7,7 @@
 // every other function here reads its text counted.
 #include "frame/frame.h"
 #include "platform/clock.h"
-#include "platform/crt_rand.h"
+#include "runtime/crt_rand.h"
 
 #include <algorithm>
 #include <array>
@@ -459,6 +459,7 @@ BRINDLE_EXPORT(BSTR) cMixChars(BSTR *Txt) {
         const std::string_view z = text.text();
         std::memcpy(buf, z.data(), z.size());
         using namespace brindle::platform;
+        using namespace brindle::runtime;
         crt_srand(static_cast<uint32_t>(calendar_time()));
         // rand() spans 0..32767, so, as with the runtime, bytes beyond the
         // first 32,768 are never drawn.

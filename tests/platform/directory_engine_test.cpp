@@ -3,6 +3,7 @@
 #include "platform/directory.h"
 #include "platform/file.h"
 #include "platform/file_info.h"
+#include "runtime/unique_name.h"
 
 #include "support/temp_dir.h"
 
@@ -13,6 +14,7 @@
 #include <vector>
 
 using namespace brindle::platform;
+using brindle::runtime::make_unique_name;
 namespace fs = std::filesystem;
 
 namespace {

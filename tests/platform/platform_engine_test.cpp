@@ -1,7 +1,7 @@
 // The platform file layer: Windows paths, runtime error numbers, and the
 // Windows runtime's text mode on every platform.
 #include "platform/file.h"
-#include "platform/text_mode.h"
+#include "runtime/text_mode.h"
 #include "platform/clock.h"
 
 #include "support/temp_dir.h"
@@ -10,6 +10,7 @@
 #include <string>
 
 using namespace brindle::platform;
+using namespace brindle::runtime;
 
 namespace {
 

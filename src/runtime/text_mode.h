@@ -9,7 +9,9 @@
 #include <cstddef>
 #include <cstdint>
 
-namespace brindle::platform {
+namespace brindle::runtime {
+
+using platform::File;
 
 class TextReader {
   public:
@@ -48,4 +50,4 @@ class TextWriter {
     bool failed_ = false;
 };
 
-} // namespace brindle::platform
+} // namespace brindle::runtime

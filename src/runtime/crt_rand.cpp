@@ -1,6 +1,6 @@
-#include "platform/crt_rand.h"
+#include "runtime/crt_rand.h"
 
-namespace brindle::platform {
+namespace brindle::runtime {
 
 namespace {
 
@@ -15,4 +15,4 @@ int crt_rand() noexcept {
     return static_cast<int>((g_state >> 16) & 0x7FFFu);
 }
 
-} // namespace brindle::platform
+} // namespace brindle::runtime

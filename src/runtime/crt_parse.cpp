@@ -1,4 +1,4 @@
-#include "platform/crt_parse.h"
+#include "runtime/crt_parse.h"
 
 #include <charconv>
 #include <cstddef>
@@ -7,7 +7,7 @@
 #include <string>
 #include <system_error>
 
-namespace brindle::platform {
+namespace brindle::runtime {
 
 namespace {
 
@@ -83,4 +83,4 @@ double crt_strtod(std::string_view text) noexcept {
     return negative ? -value : value;
 }
 
-} // namespace brindle::platform
+} // namespace brindle::runtime

@@ -1,9 +1,9 @@
 // The C runtime's generator against the sequence the Microsoft runtime gives.
-#include "platform/crt_rand.h"
+#include "runtime/crt_rand.h"
 
 #include <gtest/gtest.h>
 
-using namespace brindle::platform;
+using namespace brindle::runtime;
 
 TEST(CrtRand, KnownSequences) {
     // The first draws of the Microsoft runtime after srand(1) (also its

@@ -1,9 +1,13 @@
-// The runtime's unique-name maker, the same on every platform so that the
-// names a client sees do not depend on the system.
+#include "runtime/unique_name.h"
+
 #include "platform/file.h"
 #include "platform/file_info.h"
 
-namespace brindle::platform {
+namespace brindle::runtime {
+
+using platform::directory_exists;
+using platform::file_exists;
+using platform::process_id;
 
 bool make_unique_name(std::string *name) {
     std::string &t = *name;
@@ -24,4 +28,4 @@ bool make_unique_name(std::string *name) {
     return false;
 }
 
-} // namespace brindle::platform
+} // namespace brindle::runtime

@@ -4,7 +4,7 @@
 
 #include <string>
 
-namespace brindle::platform {
+namespace brindle::runtime {
 
 // _gcvt(value, digits): `digits` significant digits, in fixed notation when
 // the decimal exponent x of the rounded value satisfies -1 <= x < digits,
@@ -19,4 +19,4 @@ namespace brindle::platform {
 // bit is set.
 std::string crt_gcvt(double value, int digits);
 
-} // namespace brindle::platform
+} // namespace brindle::runtime

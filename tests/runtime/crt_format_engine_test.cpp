@@ -1,8 +1,8 @@
 // The Windows runtime's number texts: the _gcvt rendering, against outputs
 // of that runtime published in its documentation and knowledge base, and
 // strtod's reading.
-#include "platform/crt_format.h"
-#include "platform/crt_parse.h"
+#include "runtime/crt_format.h"
+#include "runtime/crt_parse.h"
 #include "support/comma_locale.h"
 
 #include <gtest/gtest.h>
@@ -14,8 +14,8 @@
 #include <random>
 #include <string>
 
-using brindle::platform::crt_gcvt;
-using brindle::platform::crt_strtod;
+using brindle::runtime::crt_gcvt;
+using brindle::runtime::crt_strtod;
 
 TEST(CrtGcvt, KnownOutputsOfTheRuntime) {
     struct Row {

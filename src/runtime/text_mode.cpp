@@ -1,8 +1,8 @@
-#include "platform/text_mode.h"
+#include "runtime/text_mode.h"
 
 #include <cstring>
 
-namespace brindle::platform {
+namespace brindle::runtime {
 
 bool TextReader::fill() noexcept {
     // Keep an unfinished carriage return at the front: it may pair with a
@@ -74,4 +74,4 @@ bool TextWriter::flush() noexcept {
     return !failed_;
 }
 
-} // namespace brindle::platform
+} // namespace brindle::runtime

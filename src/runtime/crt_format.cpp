@@ -1,11 +1,11 @@
-#include "platform/crt_format.h"
+#include "runtime/crt_format.h"
 
 #include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <cstdlib>
 
-namespace brindle::platform {
+namespace brindle::runtime {
 
 namespace {
 
@@ -87,4 +87,4 @@ std::string crt_gcvt(double value, int digits) {
     return out;
 }
 
-} // namespace brindle::platform
+} // namespace brindle::runtime

@@ -9,11 +9,11 @@
 
 #include <cstdint>
 
-namespace brindle::platform {
+namespace brindle::runtime {
 
 constexpr int kCrtRandMax = 0x7FFF;
 
 void crt_srand(uint32_t seed) noexcept;
 int crt_rand() noexcept; // 0 .. 32767
 
-} // namespace brindle::platform
+} // namespace brindle::runtime

@@ -5,7 +5,7 @@
 
 #include <string_view>
 
-namespace brindle::platform {
+namespace brindle::runtime {
 
 // strtod(text, NULL) of the runtime in its "C" locale: the longest leading
 // number of `text` after white space (space, tab, line feed, vertical tab,
@@ -19,4 +19,4 @@ namespace brindle::platform {
 // The locale is never consulted: the decimal point is always a full stop.
 double crt_strtod(std::string_view text) noexcept;
 
-} // namespace brindle::platform
+} // namespace brindle::runtime
