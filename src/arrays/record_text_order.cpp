@@ -1,7 +1,7 @@
 #include "arrays/record_text_order.h"
 
 #include "arrays/sort_engine.h"
-#include "frame/ascii.h"
+#include "common/ascii.h"
 
 #include <cstdint>
 #include <cstring>
@@ -11,7 +11,7 @@ namespace brindle::arrays {
 
 namespace {
 
-using brindle::frame::ascii_lower;
+using brindle::common::ascii_lower;
 
 } // namespace
 

@@ -1,5 +1,7 @@
 #include "arrays/typed_sort.h"
 
+#include "common/ascii.h"
+
 #include "arrays/sort_engine.h"
 #include "frame/variants.h"
 #include "runtime/crt_parse.h"
@@ -35,8 +37,6 @@ template <class T> T load(const unsigned char *p) {
     std::memcpy(&v, p, sizeof v);
     return v;
 }
-
-int fold_byte(int c) { return (c >= 'A' && c <= 'Z') ? c + 32 : c; }
 
 // Lower case of the letters of Latin-1 and ASCII; other characters as they are.
 unsigned fold_wide(unsigned c) {
@@ -259,8 +259,8 @@ class Key {
     // strncmp / _strnicmp over the key's characters, stopping at a zero byte.
     int compare_text(const unsigned char *a, const unsigned char *b) const {
         for (size_t k = 0; k < text_length_; ++k) {
-            const int x = type_ == 9 ? fold_byte(a[k]) : a[k];
-            const int y = type_ == 9 ? fold_byte(b[k]) : b[k];
+            const int x = type_ == 9 ? common::ascii_lower(a[k]) : a[k];
+            const int y = type_ == 9 ? common::ascii_lower(b[k]) : b[k];
             if (x != y)
                 return x < y ? -1 : 1;
             if (x == 0)

@@ -11,7 +11,7 @@
 //   - PutMK of such an element leaves the text untouched and returns 0, and
 //     PutMK...s hands back the caller's own string, as for a position < 1.
 #include "convert/mbf.h"
-#include "frame/ascii.h"
+#include "common/ascii.h"
 #include "frame/frame.h"
 
 #include <algorithm>
@@ -20,6 +20,7 @@
 #include <new>
 
 using namespace brindle::frame;
+using brindle::common::is_ascii_digit;
 
 namespace {
 

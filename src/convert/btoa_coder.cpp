@@ -1,6 +1,6 @@
 #include "convert/btoa_coder.h"
 
-#include "frame/hex_digits.h"
+#include "common/hex_digits.h"
 #include "platform/file.h"
 #include "runtime/text_mode.h"
 
@@ -254,7 +254,7 @@ class Scanner {
         const size_t start = pos_;
         int64_t v = 0;
         for (; pos_ < text_.size(); ++pos_) {
-            const int d = frame::hex_digit_value(text_[pos_]);
+            const int d = common::hex_digit_value(text_[pos_]);
             if (d < 0 || d >= base)
                 break;
             if (v < (int64_t{1} << 40))

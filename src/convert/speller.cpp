@@ -1,6 +1,6 @@
 #include "convert/speller.h"
 
-#include "frame/ascii.h"
+#include "common/ascii.h"
 #include "runtime/crt_format.h"
 
 #include <algorithm>
@@ -105,7 +105,7 @@ std::string fraction_text(double f, int digits) {
     const int exponent = std::atoi(text.c_str() + e + 1); // negative here
     std::string decimals(static_cast<size_t>(-exponent - 1 < 0 ? 0 : -exponent - 1), '0');
     for (size_t i = 0; i < e; ++i)
-        if (frame::is_ascii_digit(text[i]))
+        if (common::is_ascii_digit(text[i]))
             decimals += text[i];
     if (decimals.size() > kMaxDecimals)
         decimals.resize(kMaxDecimals);
@@ -127,7 +127,7 @@ std::string spell_number(double value, int digits, std::string_view word) {
         // From the third character on ("0." comes first); each digit is
         // one group with its closing space removed, so a zero adds nothing.
         for (size_t i = 2; i < text.size(); ++i) {
-            if (!frame::is_ascii_digit(text[i]))
+            if (!common::is_ascii_digit(text[i]))
                 continue;
             s.group(text[i] - '0', "");
             s.drop_trailing_space();

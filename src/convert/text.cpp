@@ -4,12 +4,13 @@
 // cH2I, cH2L and cMorse take theirs by value.
 #include "convert/ebcdic.h"
 #include "frame/frame.h"
-#include "frame/hex_digits.h"
+#include "common/hex_digits.h"
 
 #include <cmath>
 #include <string>
 
 using namespace brindle::frame;
+using brindle::common::hex_digit_value;
 
 namespace {
 

@@ -1,7 +1,7 @@
 #include "datetime/dt_picture.h"
 
 #include "datetime/dt_engine.h"
-#include "frame/ascii.h"
+#include "common/ascii.h"
 
 #include <algorithm>
 #include <array>
@@ -47,7 +47,7 @@ std::string_view month_name(int64_t month, NameForm form) noexcept {
 
 namespace {
 
-using brindle::frame::ascii_lower;
+using brindle::common::ascii_lower;
 
 // A number padded with zeros to `width` digits; negative values keep their
 // sign in front and are not padded (what printf's %0Nd does for them, less
@@ -96,15 +96,6 @@ template <size_t N> size_t longest_token(size_t n, const std::array<size_t, N> &
     return best;
 }
 
-bool starts_with_nocase(std::string_view text, size_t i, std::string_view word) {
-    if (text.size() - i < word.size())
-        return false;
-    for (size_t k = 0; k < word.size(); ++k)
-        if (ascii_lower(text[i + k]) != word[k])
-            return false;
-    return true;
-}
-
 // Literal text: "quoted text" is copied without its quotes (an unclosed quote
 // runs to the end) and a backslash copies the character after it. Returns
 // true and advances i when it consumed something.
@@ -149,7 +140,7 @@ std::string render_date(std::string_view picture, int32_t date) {
     RunFinder runs(picture);
     return render(picture, [&](size_t i, std::string &out) -> size_t {
         // A time's AM/PM marker is text here, not two month letters.
-        if (starts_with_nocase(picture, i, "am/pm")) {
+        if (common::starts_with_no_case(picture.substr(i), "am/pm")) {
             out.append(picture.substr(i, 5));
             return 5;
         }
@@ -213,12 +204,12 @@ std::string render_time(std::string_view picture, int32_t time, bool twelve_hour
     RunFinder runs(picture);
     return render(picture, [&](size_t i, std::string &out) -> size_t {
         // The marker keeps the case the picture wrote it in.
-        if (starts_with_nocase(picture, i, "am/pm")) {
+        if (common::starts_with_no_case(picture.substr(i), "am/pm")) {
             marker = true;
             out.append(picture.substr(morning ? i : i + 3, 2));
             return 5;
         }
-        if (starts_with_nocase(picture, i, "a/p")) {
+        if (common::starts_with_no_case(picture.substr(i), "a/p")) {
             marker = true;
             out += picture[morning ? i : i + 2];
             return 3;

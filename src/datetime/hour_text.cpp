@@ -1,6 +1,6 @@
 #include "datetime/hour_text.h"
 
-#include "frame/ascii.h"
+#include "common/ascii.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -9,7 +9,7 @@ namespace brindle::datetime {
 
 namespace {
 
-using brindle::frame::is_ascii_digit;
+using brindle::common::is_ascii_digit;
 
 // The largest number of minutes that fits each usable width 1..11: below 5
 // there is no separator, so width 4 holds 99 hours 59 like width 5.

@@ -1,6 +1,7 @@
 // Path names: the exports. Names arrive by value and are read up to their
 // first zero byte, as the system sees a name. Only cFullPath, cFileDrive,
 // cFilePathExists, cFileIsLegal and cUniqueFileName look at the disk.
+#include "common/ascii.h"
 #include "files/path_names.h"
 #include "files/path_record.h"
 #include "frame/frame.h"
@@ -22,20 +23,7 @@ void set_field(BSTR *field, std::string_view value) {
     *field = fresh;
 }
 
-bool same_no_case(std::string_view a, std::string_view b) {
-    if (a.size() != b.size())
-        return false;
-    for (size_t i = 0; i < a.size(); ++i) {
-        char x = a[i], y = b[i];
-        if (x >= 'a' && x <= 'z')
-            x = static_cast<char>(x - 32);
-        if (y >= 'a' && y <= 'z')
-            y = static_cast<char>(y - 32);
-        if (x != y)
-            return false;
-    }
-    return true;
-}
+using brindle::common::equal_no_case;
 
 } // namespace
 
@@ -155,7 +143,7 @@ BRINDLE_EXPORT(int16_t) cFileIsLegal(BSTR FileName) {
             const size_t sep = name.rfind('\\');
             const std::string_view component =
                 sep == std::string::npos ? std::string_view(name) : std::string_view(name).substr(sep + 1);
-            if (search.first(name, platform::EntryDetail::Kind) && !same_no_case(search.entry().name, component))
+            if (search.first(name, platform::EntryDetail::Kind) && !equal_no_case(search.entry().name, component))
                 return int16_t{0};
             search.close();
             if (sep == std::string::npos)

@@ -6,7 +6,7 @@
 // the root of the current drive.
 #include "files/file_sets.h"
 #include "files/tree_walk.h"
-#include "frame/ascii.h"
+#include "common/ascii.h"
 #include "frame/frame.h"
 #include "platform/file.h"
 #include "strings/wildcard.h"
@@ -24,20 +24,8 @@ namespace {
 
 bool is_dir(const DirEntry &e) { return (e.attributes & platform::kAttrDirectory) != 0; }
 
-using brindle::frame::ascii_upper;
-
-bool less_no_case(const std::string &a, const std::string &b) {
-    const size_t n = std::min(a.size(), b.size());
-    for (size_t i = 0; i < n; ++i) {
-        const auto x = static_cast<unsigned char>(ascii_upper(a[i]));
-        const auto y = static_cast<unsigned char>(ascii_upper(b[i]));
-        if (x != y)
-            return x < y;
-    }
-    if (a.size() != b.size())
-        return a.size() < b.size();
-    return a < b; // names that differ only in case: a fixed order all the same
-}
+using brindle::common::ascii_upper;
+using brindle::common::less_no_case;
 
 bool mask_match(std::string_view name, std::string_view mask) {
     return brindle::strings::WildcardMatch(name, mask, false);

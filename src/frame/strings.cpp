@@ -1,7 +1,7 @@
 #include "frame/string_args.h"
 #include "frame/string_results.h"
 #include "frame/boundary.h"
-#include "frame/hex_digits.h"
+#include "common/hex_digits.h"
 
 #include <array>
 #include <atomic>
@@ -107,8 +107,8 @@ BSTR hex_string(std::string_view bytes) {
     char *out = result.data();
     for (const char ch : bytes) {
         const auto b = static_cast<unsigned char>(ch);
-        *out++ = kHexDigits[b >> 4];
-        *out++ = kHexDigits[b & 15];
+        *out++ = common::kHexDigits[b >> 4];
+        *out++ = common::kHexDigits[b & 15];
     }
     return result.take();
 }

@@ -11,6 +11,8 @@
 // length, whatever the pattern.
 #include "platform/directory.h"
 
+#include "common/ascii.h"
+
 #include <vector>
 
 namespace brindle::platform {
@@ -24,7 +26,7 @@ struct Token {
     char c;
 };
 
-char fold(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
+using common::ascii_upper;
 
 std::vector<Token> compile(std::string_view pattern) {
     std::vector<Token> out;
@@ -40,7 +42,7 @@ std::vector<Token> compile(std::string_view pattern) {
         else if (c == '.' && (next == '*' || next == '?' || last))
             out.push_back({kDosDot, 0});
         else
-            out.push_back({kLiteral, fold(c)});
+            out.push_back({kLiteral, ascii_upper(c)});
     }
     return out;
 }
@@ -90,7 +92,7 @@ bool SystemPatternMatch(std::string_view name, std::string_view pattern) {
     close(cur, 0);
     for (size_t pos = 0; pos < name.size(); ++pos) {
         std::fill(nxt.begin(), nxt.end(), 0);
-        const char c = fold(name[pos]);
+        const char c = ascii_upper(name[pos]);
         bool any = false;
         for (size_t s = 0; s < m; ++s) {
             if (!cur[s])

@@ -1,5 +1,7 @@
 #include "runtime/crt_parse.h"
 
+#include "common/ascii.h"
+
 #include <charconv>
 #include <cstddef>
 #include <cstdint>
@@ -11,7 +13,6 @@ namespace brindle::runtime {
 
 namespace {
 
-bool is_space(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
 bool is_digit(char c) { return c >= '0' && c <= '9'; }
 
 } // namespace
@@ -21,7 +22,7 @@ double crt_strtod(std::string_view text) noexcept {
     if (zero != std::string_view::npos)
         text = text.substr(0, zero);
     size_t i = 0;
-    while (i < text.size() && is_space(text[i]))
+    while (i < text.size() && common::is_c_space(text[i]))
         ++i;
     bool negative = false;
     if (i < text.size() && (text[i] == '+' || text[i] == '-'))

@@ -5,7 +5,7 @@
 // The classes are those of the C runtime in the "C" locale (the locale a VB
 // program's runtime starts in): bytes 128..255, which arrive as negative
 // signed characters, belong to no class.
-#include "frame/ascii.h"
+#include "common/ascii.h"
 #include "frame/frame.h"
 
 #include <cstdint>
@@ -14,15 +14,15 @@ using namespace brindle::frame;
 
 namespace {
 
-using brindle::frame::is_ascii_digit;
-constexpr bool is_lower(unsigned char c) { return c >= 'a' && c <= 'z'; }
-constexpr bool is_upper(unsigned char c) { return c >= 'A' && c <= 'Z'; }
-constexpr bool is_alpha(unsigned char c) { return is_lower(c) || is_upper(c); }
+using brindle::common::is_ascii_digit;
+using brindle::common::is_c_space;
+using brindle::common::is_ascii_lower;
+using brindle::common::is_ascii_upper;
+constexpr bool is_alpha(unsigned char c) { return is_ascii_lower(c) || is_ascii_upper(c); }
 constexpr bool is_alnum(unsigned char c) { return is_alpha(c) || is_ascii_digit(c); }
 constexpr bool is_xdigit(unsigned char c) {
     return is_ascii_digit(c) || (c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F');
 }
-constexpr bool is_space(unsigned char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
 constexpr bool is_punct(unsigned char c) { return c > ' ' && c < 127 && !is_alnum(c); }
 
 enum Class : int {
@@ -47,9 +47,9 @@ bool in_class(int cls, unsigned char c) {
     case kCsymf:
         return is_alpha(c);
     case kLower:
-        return is_lower(c);
+        return is_ascii_lower(c);
     case kUpper:
-        return is_upper(c);
+        return is_ascii_upper(c);
     case kXdigit:
         return is_xdigit(c);
     case kAlnum:
@@ -58,7 +58,7 @@ bool in_class(int cls, unsigned char c) {
     case kPunct:
         return is_punct(c);
     case kSpace:
-        return is_space(c);
+        return is_c_space(c);
     case kAscii:
         return c < 128;
     default:

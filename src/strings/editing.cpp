@@ -5,7 +5,7 @@
 //
 // The replace, delete, fill and set-in functions take their strings by
 // value and read them zero-terminated; the others read their text counted.
-#include "frame/ascii.h"
+#include "common/ascii.h"
 #include "frame/frame.h"
 #include "strings/replace.h"
 
@@ -29,7 +29,7 @@ constexpr uint64_t kMaxString = 0x7FFFFFFFu;
 // exhaust the memory.
 constexpr size_t kReplaceGrowthLimit = size_t{256} << 20;
 
-using brindle::frame::ascii_upper;
+using brindle::common::ascii_upper;
 
 BSTR fill_to_width(BSTR Txt, BSTR FillChar, int32_t Width, bool left) {
     const StrArg arg = StrArg::by_val(Txt);

@@ -2,7 +2,7 @@
 // similarity score of two words, the prefix test and the lookup of a word in
 // a separator-delimited table. All strings come by value and are read
 // zero-terminated.
-#include "frame/ascii.h"
+#include "common/ascii.h"
 #include "frame/frame.h"
 #include "strings/similarity.h"
 #include "strings/wildcard.h"
@@ -17,10 +17,9 @@ using namespace brindle::strings;
 
 namespace {
 
-using brindle::frame::ascii_lower;
+using brindle::common::ascii_lower;
 
-// The C locale's isspace.
-constexpr bool is_space(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
+using brindle::common::is_c_space;
 
 int32_t ext_match(BSTR Txt, BSTR Pattern, bool case_sensitive) {
     const std::string_view text = StrArg::by_val(Txt).text();
@@ -133,9 +132,9 @@ BRINDLE_EXPORT(int32_t) cMatchTable(BSTR Word, BSTR Table, BSTR Separators, int1
             std::string_view entry = table.substr(pos, end - pos);
             if (entry.empty())
                 return -1;
-            while (!entry.empty() && is_space(entry.front()))
+            while (!entry.empty() && is_c_space(entry.front()))
                 entry.remove_prefix(1);
-            while (!entry.empty() && is_space(entry.back()))
+            while (!entry.empty() && is_c_space(entry.back()))
                 entry.remove_suffix(1);
             if (equal_case(entry, word, cs))
                 return k;

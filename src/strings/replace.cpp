@@ -1,6 +1,6 @@
 #include "strings/replace.h"
 
-#include "frame/ascii.h"
+#include "common/ascii.h"
 #include "strings/str_find.h"
 
 #include <algorithm>
@@ -10,7 +10,7 @@ namespace brindle::strings {
 
 namespace {
 
-using brindle::frame::ascii_lower;
+using brindle::common::ascii_lower;
 
 } // namespace
 

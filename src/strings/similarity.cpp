@@ -20,7 +20,7 @@
 // are made once per character.
 #include "strings/similarity.h"
 
-#include "frame/ascii.h"
+#include "common/ascii.h"
 
 #include <algorithm>
 #include <array>
@@ -32,7 +32,7 @@ namespace brindle::strings {
 
 namespace {
 
-using brindle::frame::ascii_lower;
+using brindle::common::ascii_lower;
 using Pos = uint32_t; // a string's length fits 32 bits
 
 unsigned char lower_at(std::string_view s, size_t i) { return ascii_lower(static_cast<unsigned char>(s[i])); }

@@ -7,7 +7,7 @@
 // n x m comparison. Without SSE2 the same filter runs one byte at a time.
 #include "strings/str_find.h"
 
-#include "frame/ascii.h"
+#include "common/ascii.h"
 
 #include <bit>
 #include <cstring>
@@ -21,7 +21,7 @@ namespace brindle::strings {
 
 namespace {
 
-using brindle::frame::ascii_lower;
+using brindle::common::ascii_lower;
 
 // The middle of a candidate (the bytes between its first and last).
 inline bool middle_equal(const unsigned char *t, const unsigned char *f, size_t m, bool no_case) {

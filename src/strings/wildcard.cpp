@@ -8,7 +8,7 @@
 // an earlier star would give up the later star can absorb.
 #include "strings/wildcard.h"
 
-#include "frame/ascii.h"
+#include "common/ascii.h"
 
 #include <cstddef>
 
@@ -16,7 +16,7 @@ namespace brindle::strings {
 
 namespace {
 
-using brindle::frame::ascii_lower;
+using brindle::common::ascii_lower;
 
 // One pattern character against one text character; "?" matches anything.
 inline bool unit_matches(char p, char t, bool case_sensitive) {

@@ -22,8 +22,8 @@
 // on an explicit stack (one frame per star at most), never on the C stack.
 #include "strings/wildcard_ext.h"
 
-#include "frame/ascii.h"
-#include "frame/hex_digits.h"
+#include "common/ascii.h"
+#include "common/hex_digits.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -34,14 +34,14 @@ namespace brindle::strings {
 
 namespace {
 
-using brindle::frame::ascii_lower;
+using brindle::common::ascii_lower;
 
 // A "~hh" code at position j: its value 0..255, or -1 when j does not
 // start one.
 int hex_code_at(std::string_view p, size_t j) {
     if (j + 2 >= p.size() || p[j] != '~')
         return -1;
-    const int hi = frame::hex_digit_value(p[j + 1]), lo = frame::hex_digit_value(p[j + 2]);
+    const int hi = common::hex_digit_value(p[j + 1]), lo = common::hex_digit_value(p[j + 2]);
     return hi < 0 || lo < 0 ? -1 : hi * 16 + lo;
 }
 

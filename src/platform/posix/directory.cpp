@@ -2,6 +2,8 @@
 // the names that match the Windows pattern are kept sorted without regard to
 // case, and each entry's status is taken as the caller steps onto it.
 #include "platform/directory.h"
+
+#include "common/ascii.h"
 #include "platform/file.h"
 #include "platform/posix/dos_attributes.h"
 
@@ -24,20 +26,7 @@ struct Item {
     unsigned char type; // d_type
 };
 
-char upper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c; }
-
-bool less_no_case(const Item &a, const Item &b) {
-    const size_t n = std::min(a.name.size(), b.name.size());
-    for (size_t i = 0; i < n; ++i) {
-        const auto x = static_cast<unsigned char>(upper(a.name[i]));
-        const auto y = static_cast<unsigned char>(upper(b.name[i]));
-        if (x != y)
-            return x < y;
-    }
-    if (a.name.size() != b.name.size())
-        return a.name.size() < b.name.size();
-    return a.name < b.name;
-}
+bool less_no_case(const Item &a, const Item &b) { return common::less_no_case(a.name, b.name); }
 
 } // namespace
 

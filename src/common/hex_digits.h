@@ -2,7 +2,7 @@
 // (plain C++, for engines as well as exports).
 #pragma once
 
-namespace brindle::frame {
+namespace brindle::common {
 
 inline constexpr char kHexDigits[] = "0123456789ABCDEF";
 
@@ -18,4 +18,4 @@ constexpr int hex_digit_value(char ch) {
     return -1;
 }
 
-} // namespace brindle::frame
+} // namespace brindle::common
