@@ -64,40 +64,6 @@ template <class T> int three_way(T a, T b) { return a > b ? 1 : a < b ? -1 : 0; 
 // "C" locale (a client's locale never turns the full stop into a comma).
 double text_number(const char *bytes, size_t length) { return runtime::crt_strtod(std::string_view(bytes, length)); }
 
-// Variant types whose value a coercion reads from the Variant itself. The
-// record's bytes are the caller's and may be anything: objects (whose
-// interfaces a copy would call), values by reference and arrays all lead
-// through a pointer that nothing vouches for, so such a field - like a type
-// code that names no type - is never handed to a coercion and counts as one
-// that failed. A String's pointer is read: a record holding a Variant of a
-// String holds a real one by contract, as with the pointer keys 11, 12, 14.
-bool convertible_by_value(VARTYPE vt) {
-    switch (vt) {
-    case VT_EMPTY:
-    case VT_NULL:
-    case VT_I2:
-    case VT_I4:
-    case VT_R4:
-    case VT_R8:
-    case VT_CY:
-    case VT_DATE:
-    case VT_BSTR:
-    case VT_ERROR:
-    case VT_BOOL:
-    case VT_DECIMAL:
-    case VT_I1:
-    case VT_UI1:
-    case VT_UI2:
-    case VT_UI4:
-    case VT_I8:
-    case VT_UI8:
-    case VT_INT:
-    case VT_UINT:
-        return true;
-    default:
-        return false;
-    }
-}
 
 size_t wide_length(const OLECHAR *text) {
     size_t n = 0;
@@ -271,13 +237,7 @@ class Key {
 
     // A shallow view of record i's Variant (the coercions copy it before
     // changing it); nothing when its type is not one to read.
-    std::optional<VARIANT> field_variant(size_t i) const {
-        VARIANT v;
-        std::memcpy(&v, base_ + i * size_ + offset_, sizeof v);
-        if (!convertible_by_value(V_VT(&v)))
-            return std::nullopt;
-        return v;
-    }
+    std::optional<VARIANT> field_variant(size_t i) const { return frame::variant_in_record(base_ + i * size_ + offset_); }
 
     static VARTYPE variant_target(int16_t type) {
         switch (type) {

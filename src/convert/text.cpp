@@ -266,11 +266,7 @@ BRINDLE_EXPORT(BSTR) cArabicToRoman(VARIANT *Number) {
 }
 
 BRINDLE_EXPORT(VARIANT) cRomanToArabic(BSTR *Txt) {
-    VARIANT result;
-    VariantInit(&result);
-    V_VT(&result) = VT_I4;
-    V_I4(&result) = roman_to_arabic(StrArg::by_ref(Txt).bytes());
-    return result;
+    return long_variant(roman_to_arabic(StrArg::by_ref(Txt).bytes()));
 }
 
 // Symbols and one space per coded character, "~" for a character from 32 to

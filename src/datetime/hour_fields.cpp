@@ -100,14 +100,10 @@ BRINDLE_EXPORT(BSTR) cAddTwoTimes(BSTR *Time1, BSTR *Time2) {
 
 // A Variant holding a Long: the minutes of the hour text.
 BRINDLE_EXPORT(VARIANT) cHourTo(BSTR *Txt) {
-    VARIANT result;
-    VariantInit(&result);
-    V_VT(&result) = VT_I4;
-    V_I4(&result) = guarded(int32_t{0}, [&] {
+    return long_variant(guarded(int32_t{0}, [&] {
         // The text ends at a zero byte, like the C string it is read as.
         return minutes_from_hour_text(StrArg::by_ref(Txt).text(), time_separator());
-    });
-    return result;
+    }));
 }
 
 BRINDLE_EXPORT(int32_t) cCurrentTime() {

@@ -15,13 +15,6 @@ namespace platform = brindle::platform;
 
 namespace {
 
-// Replaces one string field of the caller's record (null for empty, which
-// VB reads as the empty string).
-void set_field(BSTR *field, std::string_view value) {
-    BSTR fresh = value.empty() ? nullptr : new_string(value);
-    SysFreeString(*field);
-    *field = fresh;
-}
 
 using brindle::common::equal_no_case;
 
@@ -37,14 +30,14 @@ BRINDLE_EXPORT(int16_t) cSplitPath(BSTR Path, PathParts *Parts) {
             return code;
         if (code != kNameValid) {
             for (BSTR *f : {&Parts->Drive, &Parts->Directory, &Parts->FileName, &Parts->Ext})
-                set_field(f, {});
+                put_string_field(f, {});
             return code;
         }
         const PathPieces p = SplitPath(path);
-        set_field(&Parts->Drive, p.drive);
-        set_field(&Parts->Directory, p.dir);
-        set_field(&Parts->FileName, p.name);
-        set_field(&Parts->Ext, p.ext);
+        put_string_field(&Parts->Drive, p.drive);
+        put_string_field(&Parts->Directory, p.dir);
+        put_string_field(&Parts->FileName, p.name);
+        put_string_field(&Parts->Ext, p.ext);
         return code;
     });
 }

@@ -1,5 +1,7 @@
 #include "frame/records.h"
 
+#include "frame/string_results.h"
+
 #include <cstring>
 
 namespace brindle::frame {
@@ -15,6 +17,12 @@ void put_field(char *field, size_t width, std::string_view value) noexcept {
     const size_t n = value.size() < width ? value.size() : width;
     std::memcpy(field, value.data(), n);
     std::memset(field + n, ' ', width - n);
+}
+
+void put_string_field(BSTR *field, std::string_view value) {
+    BSTR fresh = value.empty() ? nullptr : new_string(value);
+    SysFreeString(*field);
+    *field = fresh;
 }
 
 } // namespace brindle::frame

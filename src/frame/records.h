@@ -5,6 +5,8 @@
 // with no terminator.
 #pragma once
 
+#include "platform/ole.h"
+
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -17,5 +19,10 @@ std::string field_name(const char *field, size_t width);
 
 // Stores `value` into a fixed-length field: cut to the width, blank-padded.
 void put_field(char *field, size_t width, std::string_view value) noexcept;
+
+// Replaces a String field of the caller's record with a new string holding
+// `value`, freeing the old one; an empty value leaves a null string, which VB
+// reads as "".
+void put_string_field(BSTR *field, std::string_view value);
 
 } // namespace brindle::frame

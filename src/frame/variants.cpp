@@ -1,6 +1,57 @@
 #include "frame/variants.h"
 
+#include <cstring>
+
 namespace brindle::frame {
+
+namespace {
+
+// Variant types whose value a coercion reads from the Variant itself.
+bool holds_own_value(VARTYPE vt) {
+    switch (vt) {
+    case VT_EMPTY:
+    case VT_NULL:
+    case VT_I2:
+    case VT_I4:
+    case VT_R4:
+    case VT_R8:
+    case VT_CY:
+    case VT_DATE:
+    case VT_BSTR:
+    case VT_ERROR:
+    case VT_BOOL:
+    case VT_DECIMAL:
+    case VT_I1:
+    case VT_UI1:
+    case VT_UI2:
+    case VT_UI4:
+    case VT_I8:
+    case VT_UI8:
+    case VT_INT:
+    case VT_UINT:
+        return true;
+    default:
+        return false;
+    }
+}
+
+} // namespace
+
+VARIANT long_variant(int32_t value) noexcept {
+    VARIANT result;
+    VariantInit(&result);
+    V_VT(&result) = VT_I4;
+    V_I4(&result) = value;
+    return result;
+}
+
+std::optional<VARIANT> variant_in_record(const void *bytes) noexcept {
+    VARIANT v;
+    std::memcpy(&v, bytes, sizeof v);
+    if (!holds_own_value(V_VT(&v)))
+        return std::nullopt;
+    return v;
+}
 
 namespace {
 

@@ -13,6 +13,19 @@
 namespace brindle::frame {
 
 int32_t variant_to_long(const VARIANT *value) noexcept;
+
+// A Variant result holding the Long `value` (VT_I4).
+VARIANT long_variant(int32_t value) noexcept;
+
+// A shallow copy of a Variant stored inside a caller's record; nothing unless
+// it holds a value of its own (numbers, dates, Strings, Empty, Null, Decimal,
+// Error). The record's bytes are the caller's and may be anything: objects
+// (whose interfaces a copy would call), values by reference and arrays all
+// lead through a pointer that nothing vouches for, so such a field - like a
+// type code that names no type - is refused before anything reads through
+// it. A String's pointer is kept: a record holding a Variant of a String
+// holds a real one by contract.
+std::optional<VARIANT> variant_in_record(const void *bytes) noexcept;
 double variant_to_double(const VARIANT *value) noexcept;
 // The value as text in the caller's ANSI bytes.
 std::string variant_to_bytes(const VARIANT *value);
