@@ -48,7 +48,7 @@ for target in "${targets[@]}"; do
         continue
     fi
     corpus=$build/corpus/$target
-    findings=$build/findings/$target
+    findings=$PWD/$build/findings/$target
     log=$build/logs/$target.log
     mkdir -p "$corpus" "$findings" "$(dirname "$log")" "tests/data/fuzz/$target"
     "$program" -max_total_time="$seconds" -timeout=10 -rss_limit_mb=2048 -max_len=4096 \
