@@ -18,6 +18,8 @@
 '   OutputFile cannot be created or written, or is InputFile itself.
 ' Note: an OutputFile that reaches InputFile, under whatever spelling of its path, gives -2
 '   instead of destroying the input. When writing fails, the part already written stays.
+'   The header line holds at most 99 characters, so cAtoB decodes only files whose name
+'   (without its folder) has at most 83 characters; a longer name is still encoded.
 ' Example:
 '   If cBtoA("C:\Data\sales.xls", "C:\Mail\sales.txt") < 0 Then MsgBox "Not encoded"
 Declare Function cBtoA (ByVal InputFile As String, ByVal OutputFile As String) As Long
@@ -32,7 +34,8 @@ Declare Function cBtoA (ByVal InputFile As String, ByVal OutputFile As String) A
 '     the decoded file cannot be created or written, or would be InputFile itself; or a line
 '     holding the word "archive" comes before the header (btoa archives are not decoded).
 '   - -4: no header line, or one that cannot be read: the older form "xbtoa Begin", a name
-'     of "-", ".", "..", or a line length outside 2 to 99.
+'     of "-", ".", "..", a line length outside 2 to 99, or a header line longer than 99
+'     characters (a name of more than 83 characters), whose name could be cut.
 '   - -5: the byte counts or checksums of the trailer do not match the body.
 '   - -6: the trailer is missing or cannot be read.
 ' Note: the recorded name is used without any folder part (all up to the last "\", "/" or ":"

@@ -1,11 +1,11 @@
 // Any bytes given to the byte-pair expander: no crash, no read or write out
 // of bounds, no block larger than the coder can write.
 #include "compress/byte_pair.h"
+#include "fuzz_target.h"
 
-#include <cstdlib>
 #include <string>
 
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
+BRINDLE_FUZZ_TARGET(byte_pair_expand) {
     std::string out;
     size_t at = 0, blocks = 0;
     while (at < size) {
@@ -14,16 +14,16 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
         if (brindle::compress::byte_pair_expand_block(data + at, size - at, out, &used) !=
             brindle::compress::BlockStatus::Ok)
             break;
-        if (used == 0 || used > size - at || out.size() - before > brindle::compress::kBytePairBlockSize)
-            std::abort();
+        FUZZ_CHECK(used > 0 && used <= size - at);
+        FUZZ_CHECK(out.size() - before <= brindle::compress::kBytePairBlockSize);
         at += used;
         ++blocks;
     }
     // What expands must compress and expand back to itself.
     if (blocks > 0) {
         std::string again;
-        if (!brindle::compress::byte_pair_expand(brindle::compress::byte_pair_compress(out), again) || again != out)
-            std::abort();
+        FUZZ_CHECK(brindle::compress::byte_pair_expand(brindle::compress::byte_pair_compress(out), again));
+        FUZZ_CHECK(again == out);
     }
     return 0;
 }

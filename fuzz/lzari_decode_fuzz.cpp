@@ -1,11 +1,11 @@
 // Any bytes given to the LZARI decoder: no crash or overrun, never more
 // output than the header claims. Claims are capped at 1 MB to keep runs short.
 #include "compress/lzari.h"
+#include "fuzz_target.h"
 
-#include <cstdlib>
 #include <string>
 
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
+BRINDLE_FUZZ_TARGET(lzari_decode) {
     std::string in(reinterpret_cast<const char *>(data), size);
     if (in.size() >= 4)
         in[3] = 0, in[2] = static_cast<char>(in[2] & 0x0F);
@@ -13,15 +13,12 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
     brindle::compress::StringSink sink;
     const auto status = brindle::compress::lzari_decode(source, sink);
     if (in.size() < 4) {
-        if (status != brindle::compress::LzariDecode::NoHeader)
-            std::abort();
+        FUZZ_CHECK(status == brindle::compress::LzariDecode::NoHeader);
         return 0;
     }
     const uint32_t claimed = static_cast<uint8_t>(in[0]) | static_cast<uint8_t>(in[1]) << 8 |
                              static_cast<uint8_t>(in[2]) << 16;
-    if (sink.str().size() > claimed)
-        std::abort();
-    if (status == brindle::compress::LzariDecode::Ok && sink.str().size() != claimed)
-        std::abort();
+    FUZZ_CHECK(sink.str().size() <= claimed);
+    FUZZ_CHECK(status != brindle::compress::LzariDecode::Ok || sink.str().size() == claimed);
     return 0;
 }

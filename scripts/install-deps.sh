@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Installs what a fresh Debian bookworm machine lacks for building and
-# testing: the native toolchain, Chromium and its WebDriver (the reference
+# testing: the native toolchain, clang with its sanitizer and libFuzzer
+# runtimes (scripts/fuzz.sh), Chromium and its WebDriver (the reference
 # page is tested in a real browser), and for the Windows DLLs the MinGW-w64
 # cross compilers, zlib built for MinGW and Wine (64-bit, and 32-bit from the
 # i386 architecture). Safe to run again; installs nothing that is already
@@ -34,7 +35,7 @@ update_once() {
     fi
 }
 
-need=$(missing g++ cmake python3 libgtest-dev libbenchmark-dev zlib1g-dev chromium chromium-driver \
+need=$(missing g++ cmake python3 libgtest-dev libbenchmark-dev zlib1g-dev clang libclang-rt-dev chromium chromium-driver \
     g++-mingw-w64-i686 g++-mingw-w64-x86-64 libz-mingw-w64-dev wine64)
 if [ -n "$need" ]; then
     update_once

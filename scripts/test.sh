@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Runs the whole test suite: the native Linux build, the same tests under
-# AddressSanitizer and UndefinedBehaviorSanitizer, and (where the MinGW-w64
+# AddressSanitizer and UndefinedBehaviorSanitizer, every fuzz target for 10
+# seconds (scripts/fuzz.sh; a finding fails the stage), and (where the MinGW-w64
 # toolchain and Wine are installed, see scripts/install-deps.sh) both Windows
 # DLLs under Wine. Ends with one line per stage and an overall verdict.
 set -uo pipefail
@@ -36,6 +37,7 @@ build_and_test() {
 
 stage "linux" build_and_test linux
 stage "linux-asan" build_and_test linux-asan
+stage "fuzz" bash scripts/fuzz.sh 10
 if [ -x scripts/test-windows.sh ]; then
     stage "windows (Wine)" scripts/test-windows.sh
 fi

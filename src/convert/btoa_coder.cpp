@@ -384,6 +384,10 @@ int32_t btoa_decode_file(std::string_view input) {
         if (line.find("archive") != std::string::npos)
             return kBtoaFailed; // btoa archives are not decoded here
     }
+    // A header longer than a line can be is not read from its first part: the
+    // name in it may be cut, and the rest would follow as a body line.
+    if (overlong)
+        return kBtoaBadHeader;
     Scanner header(line);
     int64_t length = 0;
     std::string recorded;

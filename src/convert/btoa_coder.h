@@ -84,7 +84,8 @@ enum BtoaStatus : int32_t {
 // directory part (everything up to the last "\", "/" or ":" is dropped), so
 // a file can never write outside the current directory; a name that is
 // empty, "-", "." or ".." after that, or a line length outside 2..99, is an
-// unreadable header. A header naming the input file itself gives -1 (the
+// unreadable header, and so is a header line longer than the 99 characters
+// a line may hold (a recorded name of more than 83 characters). A header naming the input file itself gives -1 (the
 // output would destroy the input). A partial output is left as it is on
 // failure.
 int32_t btoa_decode_file(std::string_view input);

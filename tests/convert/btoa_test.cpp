@@ -188,6 +188,26 @@ TEST_F(Btoa, DecoderReturnCodes) {
     EXPECT_EQ(with(2, ls[2] + std::string(200, '!')), -1);
 }
 
+// A header line holds at most 99 characters: a name of 83 fits beside
+// "xbtoa5 78 " and " Begin". A longer header is refused before any file is
+// made, rather than read from its first 99 characters, which would decode
+// into the name cut short (or, cut inside " Begin", treat the rest as a body line).
+TEST_F(Btoa, HeaderNamesUpToTheLineLimit) {
+    const std::string fits(83, 'n');
+    encoded(fits, "data");
+    EXPECT_EQ(decode(fits + ".btoa"), 0);
+    EXPECT_EQ(read_file(fits), "data");
+    for (const size_t length : {84, 89, 120}) {
+        const std::string name(length, 'm');
+        encoded(name, "data");
+        EXPECT_EQ(decode(name + ".btoa"), -4) << length;
+        size_t written = 0;
+        for (const auto &entry : std::filesystem::directory_iterator("."))
+            written += entry.path().filename().string().rfind(".btoa") == std::string::npos;
+        EXPECT_EQ(written, 1u) << length; // only the 83-character one
+    }
+}
+
 TEST_F(Btoa, DecoderStaysInTheCurrentDirectory) {
     const std::string good = encoded("f.bin", "payload");
     const std::string body = good.substr(good.find('\n') + 1);
