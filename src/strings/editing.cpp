@@ -5,17 +5,22 @@
 //
 // The replace, delete, fill and set-in functions take their strings by
 // value and read them zero-terminated; the others read their text counted.
-#include "common/ascii.h"
 #include "frame/frame.h"
+#include "strings/capitals.h"
+#include "strings/char_filters.h"
+#include "strings/hex_pack.h"
+#include "strings/padding.h"
 #include "strings/replace.h"
+#include "strings/set_in.h"
+#include "strings/tabs.h"
 
 #include <algorithm>
-#include <array>
 #include <cstdint>
 #include <cstring>
 #include <string>
 
 using namespace brindle::frame;
+using namespace brindle::strings;
 
 namespace {
 
@@ -29,8 +34,6 @@ constexpr uint64_t kMaxString = 0x7FFFFFFFu;
 // exhaust the memory.
 constexpr size_t kReplaceGrowthLimit = size_t{256} << 20;
 
-using brindle::common::ascii_upper;
-
 BSTR fill_to_width(BSTR Txt, BSTR FillChar, int32_t Width, bool left) {
     const StrArg arg = StrArg::by_val(Txt);
     const std::string_view text = arg.text();
@@ -39,24 +42,9 @@ BSTR fill_to_width(BSTR Txt, BSTR FillChar, int32_t Width, bool left) {
         return empty_string();
     if (fill.empty() || Width < 0 || static_cast<size_t>(Width) < text.size())
         return same_handle(arg);
-    const size_t pad = static_cast<size_t>(Width) - text.size();
-    StringResult out(static_cast<size_t>(Width));
-    char *p = out.data();
-    if (left) {
-        std::memset(p, fill[0], pad);
-        std::memcpy(p + pad, text.data(), text.size());
-    } else {
-        std::memcpy(p, text.data(), text.size());
-        std::memset(p + text.size(), fill[0], pad);
-    }
-    return out.take();
+    return new_string(pad_to_width(text, fill[0], static_cast<size_t>(Width), left));
 }
 
-// cLSetIn and cRSetIn. Whether field n exists depends on the occurrences of
-// the separator's first byte only. The byte 255 marks them while they are
-// counted, so a 255 already in the text comes back as that separator too
-// (and ends a field in the walk) - but it is not counted. When field n does
-// not exist, the text comes back unchanged, 255s included.
 BSTR set_in(BSTR Txt, BSTR Separator, int32_t Position, BSTR Value, bool at_end) {
     const StrArg arg = StrArg::by_val(Txt);
     const std::string_view text = arg.text();
@@ -66,29 +54,7 @@ BSTR set_in(BSTR Txt, BSTR Separator, int32_t Position, BSTR Value, bool at_end)
         return empty_string();
     if (sep.empty() || value.empty() || Position < 1)
         return same_handle(arg);
-    const uint64_t count = static_cast<uint64_t>(std::count(text.begin(), text.end(), sep[0]));
-    if (static_cast<uint64_t>(Position) > count + 1)
-        return new_string(text);
-    std::string copy(text);
-    std::replace(copy.begin(), copy.end(), '\xFF', sep[0]);
-    std::array<bool, 256> is_sep{};
-    for (const char c : sep)
-        is_sep[static_cast<unsigned char>(c)] = true;
-    // Start of field n: after the (n-1)-th byte of sep.
-    size_t start = 0;
-    for (int32_t field = 1; field < Position; ++field) {
-        while (start < copy.size() && !is_sep[static_cast<unsigned char>(copy[start])])
-            ++start;
-        if (start == copy.size())
-            return new_string(copy); // cannot happen: there are enough separators
-        ++start;
-    }
-    size_t at = start;
-    if (at_end)
-        while (at < copy.size() && !is_sep[static_cast<unsigned char>(copy[at])])
-            ++at;
-    copy.insert(at, value);
-    return new_string(copy);
+    return new_string(set_in_field(text, sep, Position, value, at_end));
 }
 
 int16_t replace_char_at(BSTR *Txt, int64_t position, BSTR *Char) {
@@ -116,7 +82,7 @@ BRINDLE_EXPORT(BSTR) cStringReplace(BSTR Txt, BSTR Pairs, int16_t CaseSensitive)
             return same_handle(arg);
         const size_t limit = static_cast<size_t>(
             std::min<uint64_t>(kMaxString, std::max<uint64_t>(25ull * text.size(), kReplaceGrowthLimit)));
-        const auto result = brindle::strings::ReplacePairs(text, pairs, flag16(CaseSensitive), limit);
+        const auto result = ReplacePairs(text, pairs, flag16(CaseSensitive), limit);
         if (!result)
             return empty_string();
         return new_string(*result);
@@ -133,7 +99,7 @@ BRINDLE_EXPORT(BSTR) cDeleteSubString(BSTR Txt, BSTR SubString, int16_t CaseSens
             return empty_string();
         if (sub.empty())
             return same_handle(arg);
-        return new_string(brindle::strings::DeleteAll(text, sub, flag16(CaseSensitive)));
+        return new_string(DeleteAll(text, sub, flag16(CaseSensitive)));
     });
 }
 
@@ -163,9 +129,8 @@ BRINDLE_EXPORT(int16_t) cFill(BSTR *Txt, BSTR *Pattern) {
         const StrArg text = StrArg::by_ref(Txt), pattern = StrArg::by_ref(Pattern);
         if (text.empty() || pattern.empty())
             return 0;
-        char *p = text.writable();
-        for (size_t k = 0; k < text.size(); k += pattern.size())
-            std::memcpy(p + k, pattern.data(), std::min(pattern.size(), text.size() - k));
+        const std::string filled = repeat_to_length(pattern.bytes(), text.size());
+        std::memcpy(text.writable(), filled.data(), filled.size());
         return -1;
     });
 }
@@ -175,11 +140,7 @@ BRINDLE_EXPORT(BSTR) cCreateAndFill(int32_t Length, BSTR *Pattern) {
         const StrArg pattern = StrArg::by_ref(Pattern);
         if (Length < 1 || pattern.empty())
             return empty_string();
-        const size_t n = static_cast<size_t>(Length);
-        StringResult out(n);
-        for (size_t k = 0; k < n; k += pattern.size())
-            std::memcpy(out.data() + k, pattern.data(), std::min(pattern.size(), n - k));
-        return out.take();
+        return new_string(repeat_to_length(pattern.bytes(), static_cast<size_t>(Length)));
     });
 }
 
@@ -200,12 +161,7 @@ BRINDLE_EXPORT(BSTR) cResizeStringAndFill(BSTR *Txt, int32_t Length, BSTR *FillC
         const StrArg text = StrArg::by_ref(Txt), fill = StrArg::by_ref(FillChar);
         if (text.empty() || Length < 1)
             return empty_string();
-        const size_t n = static_cast<size_t>(Length);
-        const size_t keep = std::min(n, text.size());
-        StringResult out(n);
-        std::memcpy(out.data(), text.data(), keep);
-        std::memset(out.data() + keep, fill.first_or(0), n - keep);
-        return out.take();
+        return new_string(resize_and_fill(text.bytes(), static_cast<size_t>(Length), fill.first_or(0)));
     });
 }
 
@@ -217,15 +173,7 @@ BRINDLE_EXPORT(BSTR) cAlign(BSTR *Txt, int16_t Mode, int32_t FieldWidth) {
         const StrArg text = StrArg::by_ref(Txt);
         if (text.empty() || FieldWidth < 1)
             return empty_string();
-        const size_t w = static_cast<size_t>(FieldWidth);
-        if (w <= text.size())
-            return new_string(text.bytes().substr(0, w));
-        const size_t d = w - text.size();
-        const size_t before = Mode < 0 ? d : Mode == 0 ? d - d / 2 : 0;
-        StringResult out(w);
-        std::memset(out.data(), ' ', w);
-        std::memcpy(out.data() + before, text.data(), text.size());
-        return out.take();
+        return new_string(align_in_field(text.bytes(), Mode, static_cast<size_t>(FieldWidth)));
     });
 }
 
@@ -235,12 +183,7 @@ BRINDLE_EXPORT(BSTR) cCompress(BSTR *Txt) {
         const StrArg text = StrArg::by_ref(Txt);
         if (text.empty())
             return empty_string();
-        std::string out;
-        out.reserve(text.size());
-        for (const char c : text.bytes())
-            if (c != 0 && c != '\t' && c != ' ')
-                out.push_back(c);
-        return new_string(out);
+        return new_string(without_blanks(text.bytes()));
     });
 }
 
@@ -251,23 +194,10 @@ BRINDLE_EXPORT(BSTR) cExpandTab(BSTR *Txt, int32_t Spaces) {
         const StrArg text = StrArg::by_ref(Txt);
         if (text.empty())
             return empty_string();
-        const size_t tabs = static_cast<size_t>(std::count(text.data(), text.data() + text.size(), '\t'));
-        if (Spaces < 1 || tabs == 0)
+        if (Spaces < 1 || text.bytes().find('\t') == std::string_view::npos)
             return same_handle(text);
-        const uint64_t size = text.size() - tabs + static_cast<uint64_t>(tabs) * static_cast<uint64_t>(Spaces);
-        if (size > kMaxString)
-            return empty_string();
-        StringResult out(static_cast<size_t>(size));
-        char *p = out.data();
-        for (const char c : text.bytes()) {
-            if (c == '\t') {
-                std::memset(p, ' ', static_cast<size_t>(Spaces));
-                p += Spaces;
-            } else {
-                *p++ = c;
-            }
-        }
-        return out.take();
+        const auto expanded = expand_tabs(text.bytes(), static_cast<size_t>(Spaces), kMaxString);
+        return expanded ? new_string(*expanded) : empty_string();
     });
 }
 
@@ -279,24 +209,7 @@ BRINDLE_EXPORT(BSTR) cCompressTab(BSTR *Txt, int32_t Spaces) {
             return empty_string();
         if (Spaces < 2)
             return same_handle(text);
-        const size_t n = static_cast<size_t>(Spaces);
-        std::string out;
-        out.reserve(text.size());
-        const std::string_view t = text.bytes();
-        for (size_t k = 0; k < t.size();) {
-            if (t[k] != ' ') {
-                out.push_back(t[k++]);
-                continue;
-            }
-            size_t run = 0;
-            while (k < t.size() && t[k] == ' ') {
-                ++run;
-                ++k;
-            }
-            out.append(run / n, '\t');
-            out.append(run % n, ' ');
-        }
-        return new_string(out);
+        return new_string(compress_tabs(text.bytes(), static_cast<size_t>(Spaces)));
     });
 }
 
@@ -308,21 +221,7 @@ BRINDLE_EXPORT(BSTR) cCompact(BSTR *Txt) {
         const StrArg text = StrArg::by_ref(Txt);
         if (text.empty())
             return empty_string();
-        auto nibble = [](char c) -> unsigned {
-            const auto u = static_cast<unsigned char>(c);
-            if (u >= '0' && u <= '9')
-                return u - '0';
-            return (u - 55u) & 0x0Fu;
-        };
-        const size_t n = text.size();
-        StringResult out((n + 1) / 2);
-        const char *t = text.data();
-        size_t k = 0, o = 0;
-        if (n % 2 == 1)
-            out.data()[o++] = static_cast<char>(nibble(t[k++]));
-        for (; k < n; k += 2)
-            out.data()[o++] = static_cast<char>((nibble(t[k]) << 4) | nibble(t[k + 1]));
-        return out.take();
+        return new_string(pack_hex_digits(text.bytes()));
     });
 }
 
@@ -335,12 +234,10 @@ BRINDLE_EXPORT(BSTR) cUncompact(BSTR *Txt) {
 // (letters a-z only, as the "C" locale's toupper); nothing is lowered.
 BRINDLE_EXPORT(BSTR) cProperName(BSTR *Txt) {
     return guarded_string([&] {
-        char before = ' '; // the first character counts as following a space
-        return map_bytes(StrArg::by_ref(Txt).bytes(), [&](char c) {
-            const char mapped = before == ' ' ? static_cast<char>(ascii_upper(c)) : c;
-            before = c;
-            return mapped;
-        });
+        const StrArg text = StrArg::by_ref(Txt);
+        if (text.empty())
+            return empty_string();
+        return new_string(capitalise_words(text.bytes()));
     });
 }
 

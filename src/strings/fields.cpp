@@ -1,5 +1,7 @@
 #include "strings/fields.h"
 
+#include "strings/byte_set.h"
+
 namespace brindle::strings {
 
 std::string_view field_from_left(std::string_view text, char sep, int32_t n) noexcept {
@@ -28,6 +30,25 @@ std::string_view field_from_right(std::string_view text, char sep, int32_t n) no
     }
     const size_t at = end == 0 ? std::string_view::npos : text.rfind(sep, end - 1);
     const size_t start = at == std::string_view::npos ? 0 : at + 1;
+    return text.substr(start, end - start);
+}
+
+std::string_view field_at_any(std::string_view text, std::string_view seps, int32_t n) noexcept {
+    if (n < 1)
+        return {};
+    const ByteSet is_sep(seps);
+    size_t start = 0;
+    for (int32_t field = 1; field < n; ++field) {
+        size_t at = start;
+        while (at < text.size() && !is_sep.has(text[at]))
+            ++at;
+        if (at == text.size())
+            return {};
+        start = at + 1;
+    }
+    size_t end = start;
+    while (end < text.size() && !is_sep.has(text[end]))
+        ++end;
     return text.substr(start, end - start);
 }
 

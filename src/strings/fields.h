@@ -16,4 +16,8 @@ std::string_view field_from_left(std::string_view text, char sep, int32_t n) noe
 // separator.
 std::string_view field_from_right(std::string_view text, char sep, int32_t n) noexcept;
 
+// Field n counted from the left where any byte of seps ends a field; "" for
+// n < 1 or a field past the last one.
+std::string_view field_at_any(std::string_view text, std::string_view seps, int32_t n) noexcept;
+
 } // namespace brindle::strings

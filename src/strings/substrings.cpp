@@ -4,6 +4,7 @@
 // Positional and field functions read their text counted (zero bytes are
 // characters); cInStr and the extract functions read it zero-terminated.
 #include "frame/frame.h"
+#include "strings/extract.h"
 #include "strings/fields.h"
 #include "strings/str_find.h"
 
@@ -11,7 +12,6 @@
 
 using namespace brindle::frame;
 using brindle::strings::kNotFound;
-using brindle::strings::StrFindCase;
 using brindle::strings::StrFindFrom;
 
 namespace {
@@ -193,35 +193,24 @@ BRINDLE_EXPORT(int32_t) cInStr(int32_t Start, BSTR Txt, BSTR Find, int16_t CaseS
 
 namespace {
 
-// The text between the first open tag and the next close tag after it. A
-// missing close gives the rest of the text up to its counted end when
-// `rest_if_unclosed`, the empty string otherwise.
-BSTR extract_between(BSTR txt, BSTR open_tag, BSTR close_tag, int16_t case_flag, bool rest_if_unclosed) {
+BSTR extract_result(BSTR txt, BSTR open_tag, BSTR close_tag, int16_t case_flag, bool rest_if_unclosed) {
     const StrArg text = StrArg::by_val(txt);
     const StrArg open = StrArg::by_val(open_tag);
     const StrArg close = StrArg::by_val(close_tag);
     if (text.empty() || open.empty() || close.empty())
         return empty_string();
-    const bool exact = flag16(case_flag);
-    const std::string_view searched = text.text();
-    const size_t open_at = StrFindCase(searched, open.text(), exact);
-    if (open_at == kNotFound)
-        return empty_string();
-    const size_t inner = open_at + open.text().size();
-    const size_t close_at = StrFindFrom(searched, close.text(), inner, exact);
-    if (close_at != kNotFound)
-        return new_string(text.bytes().substr(inner, close_at - inner));
-    return rest_if_unclosed ? new_string(text.bytes().substr(inner)) : empty_string();
+    return new_string(brindle::strings::extract_between(text.bytes(), open.text(), close.text(), flag16(case_flag),
+                                                        rest_if_unclosed));
 }
 
 } // namespace
 
 BRINDLE_EXPORT(BSTR) cExtract(BSTR Txt, BSTR OpenTag, BSTR CloseTag, int16_t CaseSensitive) {
-    return guarded_string([&] { return extract_between(Txt, OpenTag, CloseTag, CaseSensitive, true); });
+    return guarded_string([&] { return extract_result(Txt, OpenTag, CloseTag, CaseSensitive, true); });
 }
 
 BRINDLE_EXPORT(BSTR) cExtractTag(BSTR Txt, BSTR OpenTag, BSTR CloseTag, int16_t CaseSensitive) {
-    return guarded_string([&] { return extract_between(Txt, OpenTag, CloseTag, CaseSensitive, false); });
+    return guarded_string([&] { return extract_result(Txt, OpenTag, CloseTag, CaseSensitive, false); });
 }
 
 // The text before the first tag (LeftPart = -1) or after the second tag
@@ -239,29 +228,9 @@ BRINDLE_EXPORT(BSTR) cExtractIsolate(BSTR Txt, BSTR FirstTag, BSTR SecondTag, in
             return empty_string();
         const bool exact = flag16(CaseSensitive);
         const bool left = flag16(LeftPart);
-        const std::string_view searched = text.text();
-        const std::string_view tag = second.text();
-        if (!first.empty()) {
-            const size_t first_at = StrFindCase(searched, first.text(), exact);
-            if (first_at == kNotFound)
-                return empty_string();
-            const size_t second_at = StrFindFrom(searched, tag, first_at + first.text().size(), exact);
-            if (second_at == kNotFound)
-                return empty_string();
-            if (left)
-                return new_string(text.bytes().substr(0, first_at));
-            return new_string(text.bytes().substr(second_at + tag.size()));
-        }
-        size_t previous = 0;
-        size_t match = StrFindCase(searched, tag, exact);
-        while (match != kNotFound && match - previous != tag.size()) {
-            previous = match;
-            match = StrFindFrom(searched, tag, previous + 1, exact);
-        }
-        if (match == kNotFound)
-            return empty_string();
-        if (left)
-            return new_string(text.bytes().substr(0, previous + 1));
-        return new_string(text.bytes().substr(match + tag.size()));
+        if (!first.empty())
+            return new_string(
+                brindle::strings::isolate_by_tags(text.bytes(), first.text(), second.text(), left, exact));
+        return new_string(brindle::strings::isolate_by_doubled_tag(text.bytes(), second.text(), left, exact));
     });
 }
