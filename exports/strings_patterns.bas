@@ -22,6 +22,8 @@ Declare Function cPatternMatch (ByVal Txt As String, ByVal Pattern As String) As
 ' CaseSensitive: -1 (True) compares with exact case; any other value, 1 included,
 '   ignores the case of the letters A to Z.
 ' Returns: True (-1) when Txt matches, False (0) otherwise.
+' Note: as for cPatternMatch, the time taken grows with the product of the lengths of
+'   Txt and Pattern.
 ' Example:
 '   Debug.Print cPatternMatchS("REPORT.TXT", "*.txt", False)   ' -1
 Declare Function cPatternMatchS (ByVal Txt As String, ByVal Pattern As String, ByVal CaseSensitive As Integer) As Long
@@ -56,7 +58,7 @@ Declare Function cPatternMatchS (ByVal Txt As String, ByVal Pattern As String, B
 '   earlier gives 11 to 17 instead. A "~" without two hexadecimal digits is matched as
 '   the character "~" itself, and reported as 7 only when the match stops at a fault
 '   further on. The matcher works without recursion, so patterns with many stars are
-'   safe.
+'   safe; the time taken grows with the product of the lengths of Txt and Pattern.
 ' Example:
 '   Debug.Print cPatternExtMatch("B7", "[A-Z][0-9]")   ' -1
 '   Debug.Print cPatternExtMatch("b7", "[A-Z][0-9]")   ' 13
@@ -73,6 +75,8 @@ Declare Function cPatternExtMatch (ByVal Txt As String, ByVal Pattern As String)
 ' Returns: the codes of cPatternExtMatch: -1 for a match; 1 for a pattern without
 '   wildcards; 2, 3, 4, 5 or 7 for a faulty pattern; 11, 12, 13, 14 or 17 for the reason
 '   Txt did not match; 0 or 16 for an internal failure.
+' Note: as for cPatternExtMatch, the time taken grows with the product of the lengths
+'   of Txt and Pattern.
 ' Example:
 '   Debug.Print cPatternExtMatchS("REPORT.TXT", "*.txt", False)   ' -1
 '   Debug.Print cPatternExtMatchS("A", "[a]", False)              ' 13

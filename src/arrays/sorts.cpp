@@ -7,6 +7,7 @@
 #include "arrays/typed_sort.h"
 #include "frame/frame.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <cstring>
 
@@ -68,11 +69,19 @@ int16_t sort_string_records(BSTR *buffer, int32_t count, int32_t size, bool desc
     // Most texts differ within a few bytes of where two records start, and
     // the direct comparison is the quickest. A budget of bytes read, far
     // above what such texts need, catches the long equal runs; the sort then
-    // starts over with the comparison answered by RecordTextOrder.
+    // starts over with the comparison answered by RecordTextOrder. The budget
+    // is at least what building RecordTextOrder costs (the text's length once
+    // per level of it), so a few records heading a long text are compared
+    // directly, however far their comparisons run.
     size_t log2n = 1;
     while ((size_t{1} << log2n) < n)
         ++log2n;
-    const double allowance = 2.0 * (static_cast<double>(n) * static_cast<double>(log2n) + 64) * (static_cast<double>(unit) + 8);
+    size_t levels = 1;
+    while ((size_t{1} << levels) < text.size() / unit + 1)
+        ++levels;
+    const double allowance =
+        std::max(2.0 * (static_cast<double>(n) * static_cast<double>(log2n) + 64) * (static_cast<double>(unit) + 8),
+                 static_cast<double>(text.size()) * static_cast<double>(levels + 1));
     size_t budget = allowance < static_cast<double>(SIZE_MAX / 2) ? static_cast<size_t>(allowance) : SIZE_MAX / 2;
     auto order = unit_order(base, n, unit, [&](const unsigned char *x, const unsigned char *y) {
         return direction(compare_text_nocase(x, y, end, &budget));

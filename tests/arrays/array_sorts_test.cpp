@@ -351,6 +351,10 @@ TEST(StringRecordSorts, LargeInputsWithOddComparisonsOrLongEqualRunsTerminateInP
     // Ascending, the record holding the B goes last.
     const std::string out = sort_str(cSortStr, runs, 200000, 2);
     EXPECT_EQ(out.substr(out.size() - 2), "aB");
+    // Two records heading 3,000,000 bytes of one letter compare to the end
+    // of the text, where the second, one byte shorter, ends first.
+    const std::string head = "A" + std::string(3000000, 'a');
+    EXPECT_EQ(sort_str(cSortStr, head, 2, 1).substr(0, 3), "aAa");
 }
 
 TEST_F(RmvDup, InPlaceWithAndWithoutShrinking) {
