@@ -1,6 +1,8 @@
 // Counting and searching: equal elements of a typed array (element by
 // element, any lower bound), keys in string arrays and two-column look-up
 // tables of strings.
+#include "arrays/statistics_engine.h"
+#include "common/ascii.h"
 #include "frame/frame.h"
 
 #include <string_view>
@@ -11,16 +13,15 @@ namespace brindle::arrays {
 
 namespace {
 
+auto numbers(const ArrayElements &a, int16_t code) {
+    return [&a, code](size_t k) { return a.get_number(code, a.lower() + static_cast<int32_t>(k)); };
+}
+
 // Elements of dimension 1 equal to value (numbers compare as numbers: a
 // NaN equals nothing).
 int32_t count_equal(SAFEARRAY **array, int16_t code, double value) {
     const ArrayElements a(array);
-    if (a.holds_references())
-        return 0;
-    int32_t n = 0;
-    for (size_t k = 0; k < a.count(); ++k)
-        n += a.get_number(code, a.lower() + static_cast<int32_t>(k)) == value;
-    return n;
+    return a.holds_references() ? 0 : series_count_equal(a.count(), numbers(a, code), value);
 }
 
 // Subscript of the first element equal to value, or -1.
@@ -28,12 +29,8 @@ int32_t search_equal(SAFEARRAY **array, int16_t code, double value) {
     const ArrayElements a(array);
     if (a.holds_references())
         return -1;
-    for (size_t k = 0; k < a.count(); ++k) {
-        const int32_t at = a.lower() + static_cast<int32_t>(k);
-        if (a.get_number(code, at) == value)
-            return at;
-    }
-    return -1;
+    const auto k = series_find_equal(a.count(), numbers(a, code), value);
+    return k ? a.lower() + static_cast<int32_t>(*k) : -1;
 }
 
 // The C runtime's comparison of two zero-terminated texts for equality:
@@ -41,18 +38,7 @@ int32_t search_equal(SAFEARRAY **array, int16_t code, double value) {
 bool same_text(std::string_view a, std::string_view b, bool case_sensitive) {
     a = a.substr(0, a.find('\0'));
     b = b.substr(0, b.find('\0'));
-    if (a.size() != b.size())
-        return false;
-    for (size_t i = 0; i < a.size(); ++i) {
-        int x = static_cast<unsigned char>(a[i]), y = static_cast<unsigned char>(b[i]);
-        if (!case_sensitive) {
-            x = (x >= 'A' && x <= 'Z') ? x + 32 : x;
-            y = (y >= 'A' && y <= 'Z') ? y + 32 : y;
-        }
-        if (x != y)
-            return false;
-    }
-    return true;
+    return case_sensitive ? a == b : brindle::common::equal_no_case(a, b);
 }
 
 // Subscript of the LAST element equal to the key (every match overwrites),
