@@ -1,9 +1,15 @@
-// The records of the typed-array family, laid out as VB lays out the
-// caller's user-defined types (4-byte alignment).
+// The records of the typed-array family (common/record_layout.h). They hold
+// only Integers and Longs, so the 32-bit and the 64-bit layouts coincide;
+// both are declared and checked all the same, so that a member added later
+// shows where they part.
 #pragma once
+
+#include "common/record_layout.h"
 
 #include <cstddef>
 #include <cstdint>
+
+namespace brindle::arrays::layout32 {
 
 #pragma pack(push, 4)
 
@@ -46,3 +52,52 @@ static_assert(offsetof(TypedSortDescriptor, KeyLength) == 28);
 static_assert(offsetof(TypedSortDescriptor, KeyType) == 48);
 static_assert(offsetof(TypedSortDescriptor, KeyOrder) == 68);
 static_assert(sizeof(TypedSortDescriptor) == 88);
+
+} // namespace brindle::arrays::layout32
+
+namespace brindle::arrays::layout64 {
+
+// The same members aligned to their size up to 8 (none is larger than 4).
+struct ArrayParameters {
+    int32_t Reserved;
+    int16_t LowerBound;
+    int16_t UpperBound;
+    int16_t ElementSize;
+    int16_t Dimensions;
+    int16_t Count;
+};
+
+struct TypedSortDescriptor {
+    int32_t RecordSize;
+    int32_t CurrentKey;
+    int16_t KeyOffset[10];
+    uint16_t KeyLength[10];
+    int16_t KeyType[10];
+    int16_t KeyOrder[10];
+};
+
+static_assert(offsetof(ArrayParameters, Reserved) == 0);
+static_assert(offsetof(ArrayParameters, LowerBound) == 4);
+static_assert(offsetof(ArrayParameters, UpperBound) == 6);
+static_assert(offsetof(ArrayParameters, ElementSize) == 8);
+static_assert(offsetof(ArrayParameters, Dimensions) == 10);
+static_assert(offsetof(ArrayParameters, Count) == 12);
+static_assert(sizeof(ArrayParameters) == 16);
+
+static_assert(offsetof(TypedSortDescriptor, RecordSize) == 0);
+static_assert(offsetof(TypedSortDescriptor, CurrentKey) == 4);
+static_assert(offsetof(TypedSortDescriptor, KeyOffset) == 8);
+static_assert(offsetof(TypedSortDescriptor, KeyLength) == 28);
+static_assert(offsetof(TypedSortDescriptor, KeyType) == 48);
+static_assert(offsetof(TypedSortDescriptor, KeyOrder) == 68);
+static_assert(sizeof(TypedSortDescriptor) == 88);
+
+} // namespace brindle::arrays::layout64
+
+// The records as this build reads and writes them, under the names the
+// export prototypes declare.
+struct ArrayParameters : brindle::common::BuildRecord<brindle::arrays::layout32::ArrayParameters,
+                                                      brindle::arrays::layout64::ArrayParameters> {};
+struct TypedSortDescriptor : brindle::common::BuildRecord<brindle::arrays::layout32::TypedSortDescriptor,
+                                                          brindle::arrays::layout64::TypedSortDescriptor> {};
+static_assert(sizeof(ArrayParameters) == 16 && sizeof(TypedSortDescriptor) == 88);

@@ -21,127 +21,22 @@
 // (-3, a file that could not be completed on closing, does not arise: the
 // file is read back before it is closed.)
 #include "arrays/block_units.h"
+#include "arrays/dedup_engine.h"
+#include "arrays/scratch_file.h"
 #include "frame/frame.h"
-#include "platform/file.h"
-#include "platform/file_info.h"
-#include "runtime/unique_name.h"
 
-#include <cstring>
 #include <memory>
-#include <string>
-#include <vector>
 
 using namespace brindle::frame;
-using brindle::platform::File;
-using brindle::platform::OpenMode;
 
 namespace brindle::arrays {
 
 namespace {
 
-constexpr size_t kChunk = 32768;
-
-// The scratch file: created on construction, closed and deleted on every
-// way out.
-class Scratch {
-  public:
-    explicit Scratch(std::string_view given) {
-        if (!given.empty()) {
-            create(std::string(given), OpenMode::CreateReadWrite);
-            return;
-        }
-        // The unique-name maker's template, "~aXXXXXX" first. When the name
-        // it makes is taken all the same (a call at once created it after
-        // the maker looked, or a dangling link, which the maker does not
-        // see, has it), the next template is tried: "~b", "~c", ...
-        for (int attempt = 0; attempt < 26 && !created_; ++attempt) {
-            std::string name = std::string{'~', static_cast<char>('a' + attempt)} + "XXXXXX";
-            if (!runtime::make_unique_name(&name) ||
-                create(std::move(name), OpenMode::CreateNew) != platform::kFileExists)
-                return;
-        }
-    }
-    ~Scratch() {
-        file_.close();
-        if (created_)
-            platform::delete_if_exists(name_);
-    }
-    Scratch(const Scratch &) = delete;
-    Scratch &operator=(const Scratch &) = delete;
-
-    bool created() const { return created_; }
-    File &file() { return file_; }
-
-  private:
-    // The runtime's error number of the creation (0 when made).
-    int create(std::string name, OpenMode mode) {
-        int error = 0;
-        file_ = File::open(name, mode, &error);
-        created_ = file_.is_open();
-        if (created_)
-            name_ = std::move(name);
-        return created_ ? 0 : error;
-    }
-
-    std::string name_;
-    File file_;
-    bool created_ = false;
-};
-
-// Keeps the first of each run of identical adjacent units; the count kept.
-size_t compact(const BlockUnits &u) {
-    size_t kept = 0;
-    for (size_t i = 0; i < u.count; ++i) {
-        const unsigned char *unit = u.base + i * u.bytes;
-        if (kept > 0 && std::memcmp(unit, u.base + (kept - 1) * u.bytes, u.bytes) == 0)
-            continue;
-        if (kept != i)
-            std::memcpy(u.base + kept * u.bytes, unit, u.bytes);
-        ++kept;
-    }
-    return kept;
-}
-
-// Writes the last unit of each run to the file (buffered), reads them back
-// to the front of the array. Sets *error on failure.
-size_t through_file(const BlockUnits &u, Scratch &scratch, int32_t *error) {
-    std::vector<unsigned char> buffer;
-    buffer.reserve(kChunk + u.bytes);
-    size_t written = 0;
-    for (size_t i = 0; i < u.count && *error == 0; ++i) {
-        const unsigned char *unit = u.base + i * u.bytes;
-        if (i + 1 < u.count && std::memcmp(unit, unit + u.bytes, u.bytes) == 0)
-            continue;
-        buffer.insert(buffer.end(), unit, unit + u.bytes);
-        ++written;
-        if (buffer.size() >= kChunk || i + 1 == u.count) {
-            if (!scratch.file().write(buffer.data(), buffer.size()))
-                *error = -2;
-            buffer.clear();
-        }
-    }
-    if (*error != 0)
-        return 0;
-    if (!scratch.file().seek(0)) {
-        *error = -4;
-        return 0;
-    }
-    const size_t total = written * u.bytes;
-    for (size_t done = 0; done < total;) {
-        const size_t want = total - done < kChunk ? total - done : kChunk;
-        if (scratch.file().read(u.base + done, want) != static_cast<int64_t>(want)) {
-            *error = -5;
-            return 0;
-        }
-        done += want;
-    }
-    return written;
-}
-
 int32_t remove_duplicates(SAFEARRAY **array, int16_t code, int16_t use_file, BSTR *file_name, int16_t shrink) {
-    std::unique_ptr<Scratch> scratch;
+    std::unique_ptr<ScratchFile> scratch;
     if (flag16(use_file)) {
-        scratch = std::make_unique<Scratch>(StrArg::by_ref(file_name).text());
+        scratch = std::make_unique<ScratchFile>(StrArg::by_ref(file_name).text());
         if (!scratch->created())
             return -1;
     }
@@ -155,7 +50,8 @@ int32_t remove_duplicates(SAFEARRAY **array, int16_t code, int16_t use_file, BST
         if (!width || !sort_block(block, code, false))
             return 0;
         const BlockUnits u = block_units(block, *width);
-        kept = scratch ? through_file(u, *scratch, &error) : compact(u);
+        kept = scratch ? dedup_through_file(u.base, u.count, u.bytes, scratch->file(), &error)
+                       : dedup_in_place(u.base, u.count, u.bytes);
         unit_bytes = u.bytes;
         real_unit_bytes = block.dims() == 2 ? block.count1() * block.element_size() : block.element_size();
     } // unlocked here: the array may be redimensioned now

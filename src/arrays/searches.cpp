@@ -1,9 +1,11 @@
 // Counting and searching: equal elements of a typed array (element by
 // element, any lower bound), keys in string arrays and two-column look-up
 // tables of strings.
+#include "arrays/statistics_engine.h"
+#include "arrays/text_search.h"
 #include "frame/frame.h"
 
-#include <string_view>
+#include <string>
 
 using namespace brindle::frame;
 
@@ -11,16 +13,15 @@ namespace brindle::arrays {
 
 namespace {
 
+auto numbers(const ArrayElements &a, int16_t code) {
+    return [&a, code](size_t k) { return a.get_number(code, a.lower() + static_cast<int32_t>(k)); };
+}
+
 // Elements of dimension 1 equal to value (numbers compare as numbers: a
 // NaN equals nothing).
 int32_t count_equal(SAFEARRAY **array, int16_t code, double value) {
     const ArrayElements a(array);
-    if (a.holds_references())
-        return 0;
-    int32_t n = 0;
-    for (size_t k = 0; k < a.count(); ++k)
-        n += a.get_number(code, a.lower() + static_cast<int32_t>(k)) == value;
-    return n;
+    return a.holds_references() ? 0 : series_count_equal(a.count(), numbers(a, code), value);
 }
 
 // Subscript of the first element equal to value, or -1.
@@ -28,50 +29,21 @@ int32_t search_equal(SAFEARRAY **array, int16_t code, double value) {
     const ArrayElements a(array);
     if (a.holds_references())
         return -1;
-    for (size_t k = 0; k < a.count(); ++k) {
-        const int32_t at = a.lower() + static_cast<int32_t>(k);
-        if (a.get_number(code, at) == value)
-            return at;
-    }
-    return -1;
+    const auto k = series_find_equal(a.count(), numbers(a, code), value);
+    return k ? a.lower() + static_cast<int32_t>(*k) : -1;
 }
 
-// The C runtime's comparison of two zero-terminated texts for equality:
-// byte for byte, or folding A-Z to a-z.
-bool same_text(std::string_view a, std::string_view b, bool case_sensitive) {
-    a = a.substr(0, a.find('\0'));
-    b = b.substr(0, b.find('\0'));
-    if (a.size() != b.size())
-        return false;
-    for (size_t i = 0; i < a.size(); ++i) {
-        int x = static_cast<unsigned char>(a[i]), y = static_cast<unsigned char>(b[i]);
-        if (!case_sensitive) {
-            x = (x >= 'A' && x <= 'Z') ? x + 32 : x;
-            y = (y >= 'A' && y <= 'Z') ? y + 32 : y;
-        }
-        if (x != y)
-            return false;
-    }
-    return true;
-}
-
-// Subscript of the LAST element equal to the key (every match overwrites),
-// or -1. A null element matches only an empty key. A two-dimensional array
-// is searched along dimension 1 at the lower bound of dimension 2.
+// Subscript of the LAST element equal to the key, or -1 (text_search.h). A
+// two-dimensional array is searched along dimension 1 at the lower bound
+// of dimension 2.
 int32_t search_string(SAFEARRAY **array, BSTR *key_ref, int16_t case_flag) {
     const ArrayElements a(array);
     if (!a.holds_strings() || a.dims() > 2)
         return -1;
-    const std::string_view key = StrArg::by_ref(key_ref).text();
-    const bool case_sensitive = flag16(case_flag);
-    int32_t found = -1;
-    for (size_t k = 0; k < a.count(); ++k) {
-        const int32_t at = a.lower() + static_cast<int32_t>(k);
-        const auto element = a.get_string(at);
-        if (element ? same_text(*element, key, case_sensitive) : key.empty())
-            found = at;
-    }
-    return found;
+    const auto k = last_equal_text(
+        a.count(), [&a](size_t i) { return a.get_string(a.lower() + static_cast<int32_t>(i)); },
+        StrArg::by_ref(key_ref).text(), flag16(case_flag));
+    return k ? a.lower() + static_cast<int32_t>(*k) : -1;
 }
 
 // The value column (i, 2) of the last row whose key column (i, 1) equals
@@ -82,16 +54,12 @@ BSTR look_up(SAFEARRAY **array, BSTR *key_ref, int16_t case_flag) {
     const ArrayElements a(array);
     if (!a.holds_strings() || a.dims() != 2)
         return empty_string();
-    const std::string_view key = StrArg::by_ref(key_ref).text();
-    const bool case_sensitive = flag16(case_flag);
-    std::string result;
-    for (size_t k = 0; k < a.count(); ++k) {
-        const int32_t at = a.lower() + static_cast<int32_t>(k);
-        const auto element = string_element(array, {at, 1});
-        if (!element || same_text(*element, key, case_sensitive))
-            result = string_element(array, {at, 2}).value_or(std::string());
-    }
-    return new_string(result);
+    const auto row = last_lookup_row(
+        a.count(), [&](size_t i) { return string_element(array, {a.lower() + static_cast<int32_t>(i), 1}); },
+        StrArg::by_ref(key_ref).text(), flag16(case_flag));
+    if (!row)
+        return new_string({});
+    return new_string(string_element(array, {a.lower() + static_cast<int32_t>(*row), 2}).value_or(std::string()));
 }
 
 } // namespace

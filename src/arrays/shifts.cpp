@@ -1,8 +1,7 @@
 // Shifts of dimension 1 by one place on the locked block: the elements move
 // (an overlapping move) and the caller's value enters at the end left free.
+#include "arrays/shift_engine.h"
 #include "frame/frame.h"
-
-#include <cstring>
 
 using namespace brindle::frame;
 
@@ -28,16 +27,7 @@ int16_t shift(SAFEARRAY **array, int16_t code, const void *value, bool left) {
     size_t n = block.count1();
     if (n > block.bytes() / w)
         n = block.bytes() / w;
-    if (n == 0)
-        return -1;
-    auto *base = static_cast<unsigned char *>(block.data());
-    if (left) {
-        std::memmove(base, base + w, (n - 1) * w);
-        std::memcpy(base + (n - 1) * w, value, w);
-    } else {
-        std::memmove(base + w, base, (n - 1) * w);
-        std::memcpy(base, value, w);
-    }
+    shift_elements(static_cast<unsigned char *>(block.data()), n, w, value, left);
     return -1;
 }
 

@@ -3,11 +3,11 @@
 // them read element by element, so any lower bound works. An array of
 // strings or variants (passed where numbers were declared) gives 0.
 #include "arrays/block_units.h"
+#include "arrays/statistics_engine.h"
 #include "frame/frame.h"
 
 #include <cfloat>
 #include <climits>
-#include <cmath>
 
 using namespace brindle::frame;
 
@@ -15,72 +15,42 @@ namespace brindle::arrays {
 
 namespace {
 
-// The sum of dimension 1 as doubles; an unknown code adds 0 for every element.
+// The elements of dimension 1 as numbers of the given type code (an unknown
+// code reads 0 for every element).
+auto numbers(const ArrayElements &a, int16_t code) {
+    return [&a, code](size_t k) { return a.get_number(code, a.lower() + static_cast<int32_t>(k)); };
+}
+
 double sum(SAFEARRAY **array, int16_t code) {
     const ArrayElements a(array);
-    double total = 0.0;
-    for (size_t k = 0; k < a.count(); ++k)
-        total += a.get_number(code, a.lower() + static_cast<int32_t>(k));
-    return total;
+    return series_sum(a.count(), numbers(a, code));
 }
 
-// The sum over the count, unguarded: no elements give 0/0, not a number.
 double mean(SAFEARRAY **array, int16_t code) {
     const ArrayElements a(array);
-    if (a.holds_references())
-        return 0.0;
-    return sum(array, code) / static_cast<double>(a.count());
+    return a.holds_references() ? 0.0 : series_mean(a.count(), numbers(a, code));
 }
 
-// sqrt(sum of squared differences from the mean) / n: the family's own
-// measure, deliberately neither the population nor the sample deviation
-// (1, 2, 3 give sqrt(2) / 3). No elements give 0 / 0.
 double deviation(SAFEARRAY **array, int16_t code) {
     const ArrayElements a(array);
-    if (a.holds_references())
-        return 0.0;
-    const double m = mean(array, code);
-    double squares = 0.0;
-    for (size_t k = 0; k < a.count(); ++k) {
-        const double d = a.get_number(code, a.lower() + static_cast<int32_t>(k)) - m;
-        squares += d * d;
-    }
-    return std::sqrt(squares) / static_cast<double>(a.count());
+    return a.holds_references() ? 0.0 : series_deviation(a.count(), numbers(a, code));
 }
 
-// Largest (or smallest) element. The running value starts from the element
-// at subscript 1 whatever the lower bound; when 1 is outside the array the
-// element at the lower bound stands in, which gives the same result in every
-// case where subscript 1 would. An empty array gives 0.
+// The running value starts from the element at subscript 1 whatever the
+// lower bound; when 1 is outside the array the element at the lower bound
+// stands in, which gives the same result in every case where subscript 1
+// would. An empty array gives 0.
 double extreme(SAFEARRAY **array, int16_t code, bool largest) {
     const ArrayElements a(array);
     if (a.count() == 0 || a.holds_references())
         return 0.0;
-    const int32_t start = (a.lower() <= 1 && 1 <= a.upper()) ? 1 : a.lower();
-    double best = a.get_number(code, start);
-    for (size_t k = 0; k < a.count(); ++k) {
-        const double v = a.get_number(code, a.lower() + static_cast<int32_t>(k));
-        if (largest ? v > best : v < best)
-            best = v;
-    }
-    return best;
+    const size_t start = (a.lower() <= 1 && 1 <= a.upper()) ? static_cast<size_t>(1 - static_cast<int64_t>(a.lower())) : 0;
+    return series_extreme(a.count(), numbers(a, code), start, largest);
 }
 
-// Largest (or smallest) element not equal to x, starting from a fixed
-// constant that is returned when nothing replaces it.
 double extreme_not_x(SAFEARRAY **array, int16_t code, bool largest, double x, double start) {
     const ArrayElements a(array);
-    if (a.holds_references())
-        return 0.0;
-    double best = start;
-    for (size_t k = 0; k < a.count(); ++k) {
-        const double v = a.get_number(code, a.lower() + static_cast<int32_t>(k));
-        if (v == x)
-            continue;
-        if (largest ? v > best : v < best)
-            best = v;
-    }
-    return best;
+    return a.holds_references() ? 0.0 : series_extreme_except(a.count(), numbers(a, code), largest, x, start);
 }
 
 // The Max start values are the negated smallest normal numbers, not the most

@@ -1,35 +1,18 @@
 #include "compress/compress_files.h"
 
+#include "common/ascii.h"
+
 #include <climits>
 
 namespace brindle::compress {
-
-namespace {
-
-// The runtime's _stricmp: ASCII letters fold to one case, nothing else does.
-bool equal_ignoring_case(std::string_view a, std::string_view b) {
-    if (a.size() != b.size())
-        return false;
-    for (size_t i = 0; i < a.size(); ++i) {
-        unsigned char x = static_cast<unsigned char>(a[i]), y = static_cast<unsigned char>(b[i]);
-        if (x >= 'A' && x <= 'Z')
-            x = static_cast<unsigned char>(x + 32);
-        if (y >= 'A' && y <= 'Z')
-            y = static_cast<unsigned char>(y + 32);
-        if (x != y)
-            return false;
-    }
-    return true;
-}
-
-} // namespace
 
 int32_t check_file_names(std::string_view source, std::string_view target) {
     if (source.empty())
         return -1;
     if (target.empty())
         return -2;
-    if (equal_ignoring_case(source, target) || platform::same_file(source, target))
+    // The runtime's _stricmp: ASCII letters fold to one case, nothing else does.
+    if (common::equal_no_case(source, target) || platform::same_file(source, target))
         return -3;
     return 0;
 }

@@ -2,90 +2,16 @@
 // compression; what is ours is the checking of the arguments, the layout of
 // the strings and the result codes.
 #include "compress/compress_files.h"
+#include "compress/gzip_files.h"
+#include "compress/zlib_strings.h"
 #include "files/path_names.h"
 #include "frame/frame.h"
 
-#include <zlib.h>
-
-#include <algorithm>
-#include <cstring>
-#include <memory>
 #include <string>
 
 using namespace brindle;
 using namespace brindle::compress;
 using brindle::frame::StrArg;
-
-namespace {
-
-constexpr size_t kTransferSize = 65536;
-
-// zlib opens files itself: hand it the name the system wants. A directory
-// cannot be opened as a file on Windows, so it is refused here as well.
-gzFile open_gzip(std::string_view name, const char *mode) {
-    if (platform::directory_exists(name))
-        return nullptr;
-    return gzopen(platform::native_path(name).c_str(), mode);
-}
-
-// The compressed form of `data` as zlib's one-shot compress() makes it,
-// written after `prefix` bytes of room; false on a zlib error.
-bool zlib_compress(std::string_view data, size_t prefix, std::string &out) {
-    const size_t n = data.size();
-    uLongf room = static_cast<uLongf>(n + n / 1000 + 16); // always above compressBound(n)
-    out.resize(prefix + room);
-    if (::compress(reinterpret_cast<Bytef *>(out.data() + prefix), &room, reinterpret_cast<const Bytef *>(data.data()),
-                 static_cast<uLong>(n)) != Z_OK)
-        return false;
-    out.resize(prefix + room);
-    return true;
-}
-
-// What uncompress() into a buffer of `limit` bytes gives: the whole stream
-// expanded (bytes after its end ignored), or false on any zlib error,
-// including an expansion longer than `limit`. The buffer grows as the output
-// arrives, so a hostile limit costs nothing until data backs it.
-bool zlib_expand(std::string_view stream, uint64_t limit, std::string &out) {
-    z_stream z{};
-    if (inflateInit(&z) != Z_OK)
-        return false;
-    z.next_in = reinterpret_cast<Bytef *>(const_cast<char *>(stream.data()));
-    z.avail_in = static_cast<uInt>(stream.size());
-    unsigned char dummy = 0; // a zero limit still needs somewhere to point
-    uint64_t given = 0;
-    int rc = Z_OK;
-    for (;;) {
-        if (z.avail_out == 0) {
-            if (given == limit) {
-                if (limit == 0 && z.next_out == nullptr) {
-                    z.next_out = &dummy;
-                    z.avail_out = 1;
-                } else {
-                    rc = Z_BUF_ERROR; // more output than the limit allows
-                    break;
-                }
-            } else {
-                const uint64_t grow = std::min<uint64_t>(limit - given, std::max<uint64_t>(out.size(), 65536));
-                const size_t used = out.size();
-                out.resize(used + grow);
-                z.next_out = reinterpret_cast<Bytef *>(out.data()) + used;
-                z.avail_out = static_cast<uInt>(grow);
-                given += grow;
-            }
-        }
-        rc = inflate(&z, Z_NO_FLUSH);
-        if (rc != Z_OK)
-            break;
-    }
-    const uint64_t produced = z.total_out;
-    inflateEnd(&z);
-    if (rc != Z_STREAM_END || produced > limit)
-        return false;
-    out.resize(static_cast<size_t>(produced));
-    return true;
-}
-
-} // namespace
 
 // Compresses a file into a gzip file (zlib's writer, mode "wb"). Codes: -1/-2
 // empty names, -3 the same file, -4 source not opened (an empty gzip file is
@@ -99,36 +25,9 @@ BRINDLE_EXPORT(int32_t) cGZIPFileCompress(BSTR SourceFile, BSTR TargetFile) {
         const std::string target = files::NormalisePath(StrArg::by_val(TargetFile).text());
         if (const int32_t bad = check_file_names(source, target))
             return bad;
-        platform::File in = platform::File::open(source, platform::OpenMode::Read);
-        gzFile out = open_gzip(target, "wb");
-        if (!in.is_open()) {
-            if (out != nullptr)
-                gzclose(out);
-            return -4;
-        }
-        if (out == nullptr)
-            return -5;
-        gzbuffer(out, 128 * 1024);
-        auto buffer = std::make_unique<char[]>(kTransferSize);
-        bool ok = true;
-        for (;;) {
-            const int64_t got = in.read(buffer.get(), kTransferSize);
-            if (got < 0) {
-                ok = false;
-                break;
-            }
-            if (got == 0)
-                break;
-            if (gzwrite(out, buffer.get(), static_cast<unsigned>(got)) != static_cast<int>(got)) {
-                ok = false;
-                break;
-            }
-        }
-        in.close();
-        ok = gzclose(out) == Z_OK && ok;
-        if (!ok)
-            return -6;
-        return target_size_result(target);
+        return code_files(
+            target, [&] { return platform::File::open(source, platform::OpenMode::Read); },
+            [&] { return GzipFile(target, "wb"); }, gzip_compress_file);
     });
 }
 
@@ -138,44 +37,15 @@ BRINDLE_EXPORT(int32_t) cGZIPFileCompress(BSTR SourceFile, BSTR TargetFile) {
 // whose target is then not touched. A truncated or damaged gzip file gives -6.
 BRINDLE_EXPORT(int32_t) cGZIPFileExpand(BSTR SourceFile, BSTR TargetFile) {
     return frame::guarded(int32_t{-6}, [&]() -> int32_t {
-        // Both names pass the path normaliser first, as every file family's
-        // names do before they reach the system.
         const std::string source = files::NormalisePath(StrArg::by_val(SourceFile).text());
         const std::string target = files::NormalisePath(StrArg::by_val(TargetFile).text());
         if (const int32_t bad = check_file_names(source, target))
             return bad;
         if (files::NamedFileSize(source) == 0)
             return -8;
-        gzFile in = open_gzip(source, "rb");
-        platform::File out = platform::File::open(target, platform::OpenMode::Create);
-        if (in == nullptr)
-            return -4;
-        if (!out.is_open()) {
-            gzclose(in);
-            return -5;
-        }
-        gzbuffer(in, 128 * 1024);
-        auto buffer = std::make_unique<char[]>(kTransferSize);
-        bool ok = true;
-        for (;;) {
-            const int got = gzread(in, buffer.get(), static_cast<unsigned>(kTransferSize));
-            if (got < 0) {
-                ok = false;
-                break;
-            }
-            if (got == 0)
-                break;
-            if (!out.write(buffer.get(), static_cast<size_t>(got))) {
-                ok = false;
-                break;
-            }
-        }
-        ok = out.close() && ok;
-        // A stream cut short reads as a plain end; the reader's close reports it.
-        ok = gzclose(in) == Z_OK && ok;
-        if (!ok)
-            return -6;
-        return target_size_result(target);
+        return code_files(
+            target, [&] { return GzipFile(source, "rb"); },
+            [&] { return platform::File::open(target, platform::OpenMode::Create); }, gzip_expand_file);
     });
 }
 

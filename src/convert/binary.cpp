@@ -11,49 +11,26 @@
 //   - PutMK of such an element leaves the text untouched and returns 0, and
 //     PutMK...s hands back the caller's own string, as for a position < 1.
 #include "convert/mbf.h"
-#include "common/ascii.h"
+#include "convert/memory_image.h"
 #include "frame/frame.h"
+#include "runtime/crt_parse.h"
 
 #include <algorithm>
-#include <cstring>
-#include <limits>
+#include <bit>
+#include <string>
 #include <new>
 
 using namespace brindle::frame;
-using brindle::common::is_ascii_digit;
+using namespace brindle::convert;
 
 namespace {
 
-template <class T> BSTR make_image(const T &value) {
-    return new_string(std::string_view(reinterpret_cast<const char *>(&value), sizeof(T)));
-}
+// The adapters shared by the typed exports below: views in, the memory
+// image engine, the result out.
 
-// The value in the bytes from `offset`; bytes past the end read as zero.
-template <class T> T read_image(std::string_view bytes, size_t offset) {
-    unsigned char raw[sizeof(T)] = {};
-    if (offset < bytes.size())
-        std::memcpy(raw, bytes.data() + offset, std::min(sizeof(T), bytes.size() - offset));
-    T value;
-    std::memcpy(&value, raw, sizeof(T));
-    return value;
-}
+template <class T> BSTR make_image(const T &value) { return new_string(image_of(value)); }
 
-// Byte offset of element `pos` (1-based) of type T when it lies wholly inside
-// a text of `size` bytes; -1 otherwise.
-template <class T> int64_t element_offset(int16_t pos, size_t size) {
-    if (pos < 1)
-        return -1;
-    const uint64_t offset = static_cast<uint64_t>(pos - 1) * sizeof(T);
-    return offset + sizeof(T) <= size ? static_cast<int64_t>(offset) : -1;
-}
-
-template <class T> T get_element(BSTR *txt, int16_t pos) {
-    const StrArg text = StrArg::by_ref(txt);
-    const int64_t offset = element_offset<T>(pos, text.size());
-    if (text.empty() || offset < 0)
-        return T{};
-    return read_image<T>(text.bytes(), static_cast<size_t>(offset));
-}
+template <class T> T get_element(BSTR *txt, int16_t pos) { return element_value<T>(StrArg::by_ref(txt).bytes(), pos); }
 
 // In place: 0 for an empty text, pos itself when pos < 1, 0 when the element
 // is past the end (nothing written), else pos after writing.
@@ -63,11 +40,7 @@ template <class T> int16_t put_element(BSTR *txt, int16_t pos, const T &value) {
         return 0;
     if (pos < 1)
         return pos;
-    const int64_t offset = element_offset<T>(pos, text.size());
-    if (offset < 0)
-        return 0;
-    std::memcpy(text.writable() + offset, &value, sizeof(T));
-    return pos;
+    return write_element(text.writable(), text.size(), pos, value) ? pos : int16_t{0};
 }
 
 // A new copy with the element written: the empty string for an empty text,
@@ -77,51 +50,16 @@ template <class T> BSTR put_element_copy(BSTR *txt, int16_t pos, const T &value)
     const StrArg text = StrArg::by_ref(txt);
     if (text.empty())
         return empty_string();
-    const int64_t offset = element_offset<T>(pos, text.size());
-    if (offset < 0)
+    if (element_offset(pos, sizeof(T), text.size()) < 0)
         return same_handle(text);
     try {
         StringResult result(text.size());
-        std::memcpy(result.data(), text.data(), text.size());
-        std::memcpy(result.data() + offset, &value, sizeof(T));
+        std::copy(text.bytes().begin(), text.bytes().end(), result.data());
+        write_element(result.data(), text.size(), pos, value);
         return result.take();
     } catch (const std::bad_alloc &) {
         return same_handle(text);
     }
-}
-
-// The runtime's atol: leading white space, an optional sign, decimal digits;
-// anything else ends the number. Out-of-range values give LONG_MAX or
-// LONG_MIN of a 32-bit long, as the Windows runtime's atol does.
-int32_t runtime_atol(std::string_view text) {
-    size_t i = 0;
-    auto is_space = [](char c) { return c == ' ' || (c >= '\t' && c <= '\r'); };
-    while (i < text.size() && is_space(text[i]))
-        ++i;
-    bool negative = false;
-    if (i < text.size() && (text[i] == '+' || text[i] == '-'))
-        negative = text[i++] == '-';
-    int64_t value = 0;
-    const int64_t limit = negative ? -static_cast<int64_t>(std::numeric_limits<int32_t>::min())
-                                   : std::numeric_limits<int32_t>::max();
-    for (; i < text.size() && is_ascii_digit(text[i]); ++i) {
-        value = value * 10 + (text[i] - '0');
-        if (value > limit)
-            value = limit; // stays there; keeps reading the digits
-    }
-    return static_cast<int32_t>(negative ? -value : value);
-}
-
-uint32_t bits_of(float value) {
-    uint32_t bits;
-    std::memcpy(&bits, &value, sizeof bits);
-    return bits;
-}
-
-float float_of(uint32_t bits) {
-    float value;
-    std::memcpy(&value, &bits, sizeof value);
-    return value;
 }
 
 } // namespace
@@ -136,21 +74,19 @@ BRINDLE_EXPORT(BSTR) cMKC(CY Value) { return guarded_string([&] { return make_im
 // Ten bytes: the Double of the text's whole number, then two zero bytes.
 BRINDLE_EXPORT(BSTR) cMKN(BSTR Txt) {
     return guarded_string([&] {
-        const double value = runtime_atol(StrArg::by_val(Txt).text());
-        char image[10] = {};
-        std::memcpy(image, &value, sizeof value);
-        return new_string(std::string_view(image, sizeof image));
+        const double value = brindle::runtime::crt_atol(StrArg::by_val(Txt).text());
+        return new_string(image_of(value) + std::string(2, '\0'));
     });
 }
 
-BRINDLE_EXPORT(uint8_t) cCVB(BSTR *Txt) { return read_image<uint8_t>(StrArg::by_ref(Txt).bytes(), 0); }
-BRINDLE_EXPORT(int16_t) cCVI(BSTR *Txt) { return read_image<int16_t>(StrArg::by_ref(Txt).bytes(), 0); }
-BRINDLE_EXPORT(int32_t) cCVL(BSTR *Txt) { return read_image<int32_t>(StrArg::by_ref(Txt).bytes(), 0); }
-BRINDLE_EXPORT(float) cCVS(BSTR *Txt) { return read_image<float>(StrArg::by_ref(Txt).bytes(), 0); }
-BRINDLE_EXPORT(double) cCVD(BSTR *Txt) { return read_image<double>(StrArg::by_ref(Txt).bytes(), 0); }
+BRINDLE_EXPORT(uint8_t) cCVB(BSTR *Txt) { return value_from_image<uint8_t>(StrArg::by_ref(Txt).bytes(), 0); }
+BRINDLE_EXPORT(int16_t) cCVI(BSTR *Txt) { return value_from_image<int16_t>(StrArg::by_ref(Txt).bytes(), 0); }
+BRINDLE_EXPORT(int32_t) cCVL(BSTR *Txt) { return value_from_image<int32_t>(StrArg::by_ref(Txt).bytes(), 0); }
+BRINDLE_EXPORT(float) cCVS(BSTR *Txt) { return value_from_image<float>(StrArg::by_ref(Txt).bytes(), 0); }
+BRINDLE_EXPORT(double) cCVD(BSTR *Txt) { return value_from_image<double>(StrArg::by_ref(Txt).bytes(), 0); }
 BRINDLE_EXPORT(CY) cCVC(BSTR *Txt) {
     CY value;
-    value.int64 = read_image<int64_t>(StrArg::by_ref(Txt).bytes(), 0);
+    value.int64 = value_from_image<int64_t>(StrArg::by_ref(Txt).bytes(), 0);
     return value;
 }
 
@@ -197,9 +133,9 @@ BRINDLE_EXPORT(float) cCVSMBF(BSTR *Txt) {
     const StrArg text = StrArg::by_ref(Txt);
     if (text.empty())
         return 0.0f;
-    return float_of(brindle::convert::ieee_from_mbf(read_image<uint32_t>(text.bytes(), 0)));
+    return std::bit_cast<float>(ieee_from_mbf(value_from_image<uint32_t>(text.bytes(), 0)));
 }
 
 BRINDLE_EXPORT(BSTR) cMKSMBF(float Value) {
-    return guarded_string([&] { return make_image(brindle::convert::mbf_from_ieee(bits_of(Value))); });
+    return guarded_string([&] { return make_image(mbf_from_ieee(std::bit_cast<uint32_t>(Value))); });
 }

@@ -3,12 +3,14 @@
 // file, and volume space. Patterns and names arrive by value and are read up
 // to their first zero byte.
 #include "files/file_sets.h"
+#include "files/listing_writer.h"
 #include "files/path_names.h"
 #include "frame/frame.h"
 #include "platform/directory.h"
 #include "platform/file.h"
 #include "platform/file_info.h"
 
+#include <utility>
 #include <vector>
 
 using namespace brindle::frame;
@@ -192,22 +194,17 @@ BRINDLE_EXPORT(int16_t) cFilesInDirOnDisk(BSTR OutputFile, BSTR Pattern, int16_t
         platform::File out = platform::File::open(output, platform::OpenMode::Create);
         if (!out.is_open())
             return -32750;
-        std::string buffer;
-        buffer.reserve(32768 + 300);
+        ListingWriter listing(std::move(out));
         uint16_t count = 0;
         for (bool ok = true; ok; ok = search.next()) {
             const platform::DirEntry &e = search.entry();
             if (is_dir(e) || !SelectorAccepts(Selector, e.attributes))
                 continue;
-            buffer.append(e.name).append("\r\n");
             ++count;
-            if (buffer.size() >= 32768) {
-                if (!out.write(buffer.data(), buffer.size()))
-                    return -32740;
-                buffer.clear();
-            }
+            if (!listing.add({}, e.name))
+                return -32740;
         }
-        if (!out.write(buffer.data(), buffer.size()) || !out.close())
+        if (!listing.finish())
             return -32740;
         return static_cast<int16_t>(count);
     });

@@ -5,6 +5,7 @@
 // (see files/tree_walk.h). An empty root is refused instead of being read as
 // the root of the current drive.
 #include "files/file_sets.h"
+#include "files/listing_writer.h"
 #include "files/tree_walk.h"
 #include "common/ascii.h"
 #include "frame/frame.h"
@@ -12,6 +13,8 @@
 #include "strings/wildcard.h"
 
 #include <algorithm>
+#include <optional>
+#include <utility>
 #include <vector>
 
 using namespace brindle::frame;
@@ -82,46 +85,19 @@ Totals walk_totals(BSTR Root, BSTR Mask, int32_t recurse, EntryDetail detail, bo
 
 constexpr int32_t kNoAttributeTest = -1;
 
-// Lines are gathered and written in blocks; a failed write ends the search.
-class Listing {
-  public:
-    bool open(std::string_view name) {
-        if (name.empty())
-            return true; // count only
-        file_ = platform::File::open(name, platform::OpenMode::CreateReadWrite);
-        return file_.is_open();
-    }
-    bool add(const std::string &dir, const std::string &name) {
-        if (!file_.is_open())
-            return true;
-        buffer_.append(dir).append(name).append("\r\n");
-        if (buffer_.size() >= 32768)
-            return flush();
-        return true;
-    }
-    void close() {
-        flush();
-        file_.close();
-    }
-
-  private:
-    bool flush() {
-        const bool ok = buffer_.empty() || file_.write(buffer_.data(), buffer_.size());
-        buffer_.clear();
-        return ok;
-    }
-    platform::File file_;
-    std::string buffer_;
-};
-
 int32_t search_tree(BSTR Root, BSTR Mask, BSTR OutputFile, bool want_dirs, int32_t attributes) {
     const std::string_view root = StrArg::by_val(Root).text();
     const std::string_view mask = StrArg::by_val(Mask).text();
     if (root.empty() || mask.empty())
         return -1;
-    Listing listing;
-    if (!listing.open(StrArg::by_val(OutputFile).text()))
-        return -1;
+    // No output file: count only. A failed write ends the search.
+    std::optional<ListingWriter> listing;
+    if (const std::string_view output = StrArg::by_val(OutputFile).text(); !output.empty()) {
+        platform::File file = platform::File::open(output, platform::OpenMode::CreateReadWrite);
+        if (!file.is_open())
+            return -1;
+        listing.emplace(std::move(file));
+    }
     const auto wanted = static_cast<uint32_t>(static_cast<uint16_t>(attributes));
     const bool test_attributes = attributes != kNoAttributeTest;
     int32_t count = 0;
@@ -133,12 +109,13 @@ int32_t search_tree(BSTR Root, BSTR Mask, BSTR OutputFile, bool want_dirs, int32
                      return true;
                  if (!mask_match(e.name, mask))
                      return true;
-                 if (!listing.add(dir, e.name))
+                 if (listing && !listing->add(dir, e.name))
                      return false;
                  ++count;
                  return true;
              });
-    listing.close();
+    if (listing)
+        listing->finish();
     return count;
 }
 

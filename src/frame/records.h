@@ -1,7 +1,6 @@
 // Records: the caller's user-defined types, passed by reference with fixed
-// layouts (VB aligns their fields to 4 bytes; each record family declares
-// its layout under #pragma pack(push, 4) with static_asserts on every
-// offset). Fixed-length text fields arrive as exactly N bytes, blank-padded,
+// layouts (each record family declares its records once per layout, 32-bit
+// and 64-bit, with static_asserts on every offset: common/record_layout.h). Fixed-length text fields arrive as exactly N bytes, blank-padded,
 // with no terminator.
 #pragma once
 

@@ -84,4 +84,22 @@ double crt_strtod(std::string_view text) noexcept {
     return negative ? -value : value;
 }
 
+int32_t crt_atol(std::string_view text) noexcept {
+    size_t i = 0;
+    while (i < text.size() && common::is_c_space(text[i]))
+        ++i;
+    bool negative = false;
+    if (i < text.size() && (text[i] == '+' || text[i] == '-'))
+        negative = text[i++] == '-';
+    int64_t value = 0;
+    const int64_t limit = negative ? -static_cast<int64_t>(std::numeric_limits<int32_t>::min())
+                                   : std::numeric_limits<int32_t>::max();
+    for (; i < text.size() && is_digit(text[i]); ++i) {
+        value = value * 10 + (text[i] - '0');
+        if (value > limit)
+            value = limit; // stays there; keeps reading the digits
+    }
+    return static_cast<int32_t>(negative ? -value : value);
+}
+
 } // namespace brindle::runtime

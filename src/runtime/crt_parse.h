@@ -3,6 +3,7 @@
 // has chosen, gives the same number.
 #pragma once
 
+#include <cstdint>
 #include <string_view>
 
 namespace brindle::runtime {
@@ -18,5 +19,10 @@ namespace brindle::runtime {
 // HUGE_VAL), below the smallest denormal a zero, both with the sign.
 // The locale is never consulted: the decimal point is always a full stop.
 double crt_strtod(std::string_view text) noexcept;
+
+// atol(text) of the runtime, whose long has 32 bits: white space as above,
+// an optional sign, decimal digits; anything else ends the number (no
+// number gives 0). Values out of range give LONG_MAX or LONG_MIN.
+int32_t crt_atol(std::string_view text) noexcept;
 
 } // namespace brindle::runtime
