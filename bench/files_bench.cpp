@@ -58,7 +58,7 @@ void walk_vs_find(benchmark::State &state, EntryDetail detail, const char *find_
         auto t0 = std::chrono::steady_clock::now();
         files = 0;
         double bytes = 0;
-        brindle::files::WalkTree(root.string(), detail, true, [&](const std::string &, const DirEntry &e) {
+        brindle::files::walk_tree(root.string(), detail, true, [&](const std::string &, const DirEntry &e) {
             if (!(e.attributes & brindle::platform::kAttrDirectory)) {
                 ++files;
                 bytes += static_cast<double>(e.size);

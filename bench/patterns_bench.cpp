@@ -1,6 +1,6 @@
 // Long repetitive input through the similarity score and the date pictures,
 // beside a linear anchor over the same bytes, at several sizes:
-//   Similarity of two words of one letter     vs std::count over both words
+//   similarity of two words of one letter     vs std::count over both words
 //   a date picture of one letter repeated     vs copying the picture
 // The ratio of each pair should stay the same from size to size (both
 // linear); a ratio growing with the size means a quadratic path.
@@ -17,7 +17,7 @@ namespace {
 void BM_Similarity_OneLetter(benchmark::State &state) {
     const std::string a(static_cast<size_t>(state.range(0)), 'q'), b(a.size(), 'Q');
     for (auto _ : state)
-        benchmark::DoNotOptimize(brindle::strings::Similarity(a, b));
+        benchmark::DoNotOptimize(brindle::strings::similarity(a, b));
     state.SetBytesProcessed(static_cast<int64_t>(state.iterations()) * 2 * state.range(0));
 }
 

@@ -34,7 +34,7 @@ BRINDLE_FUZZ_TARGET(path_names) {
     const std::string_view ext = path.substr(0, data[4] % 8);
 
     // The normaliser.
-    const std::string normal = NormalisePath(path);
+    const std::string normal = normalise_path(path);
     std::string cut(path.substr(0, kNormaliseLimit));
     for (char &c : cut)
         if (c == '/')
@@ -49,18 +49,18 @@ BRINDLE_FUZZ_TARGET(path_names) {
         FUZZ_CHECK(!path.empty() && path.size() <= kMaxValidName);
         FUZZ_CHECK(path.find_first_of("/*?<>|\"") == std::string_view::npos);
         FUZZ_CHECK(path.find("\\\\\\") == std::string_view::npos);
-        FUZZ_CHECK(NormalisePath(path) == path);
+        FUZZ_CHECK(normalise_path(path) == path);
     }
 
     // Splitting, joining, strippers.
-    const PathPieces pieces = SplitPath(path);
-    FUZZ_CHECK(MakePath(pieces.drive, pieces.dir, pieces.name, pieces.ext) == path);
-    FUZZ_CHECK(ends_with(path, StripFilePath(path)));
-    FUZZ_CHECK(path.substr(0, StripExtension(path).size()) == StripExtension(path));
-    FUZZ_CHECK(DefaultExtension(path, ext).substr(0, path.size()) == path);
-    (void)StripFileName(path);
+    const PathPieces pieces = split_path(path);
+    FUZZ_CHECK(make_path(pieces.drive, pieces.dir, pieces.name, pieces.ext) == path);
+    FUZZ_CHECK(ends_with(path, strip_file_path(path)));
+    FUZZ_CHECK(path.substr(0, strip_extension(path).size()) == strip_extension(path));
+    FUZZ_CHECK(default_extension(path, ext).substr(0, path.size()) == path);
+    (void)strip_file_name(path);
 
-    const std::string shorter = TruncatePath(path, max_length);
+    const std::string shorter = truncate_path(path, max_length);
     if (!shorter.empty()) {
         // Only drive, name and extension are never left out: with the
         // marking full stop they may exceed the length asked for.

@@ -64,9 +64,9 @@ BRINDLE_FUZZ_TARGET(similarity) {
     const std::string_view a(reinterpret_cast<const char *>(data) + 2, la);
     const std::string_view b(reinterpret_cast<const char *>(data) + 2 + la, size - 2 - la);
 
-    const int16_t score = brindle::strings::Similarity(a, b);
+    const int16_t score = brindle::strings::similarity(a, b);
     if (a.size() * b.size() <= 40000)
         FUZZ_CHECK(score == reference(a, b));
-    FUZZ_CHECK(brindle::strings::Similarity(flip_case(a), b) == score);
+    FUZZ_CHECK(brindle::strings::similarity(flip_case(a), b) == score);
     return 0;
 }

@@ -21,8 +21,8 @@ BRINDLE_EXPORT(int32_t) cGZIPFileCompress(BSTR SourceFile, BSTR TargetFile) {
     return frame::guarded(int32_t{-6}, [&]() -> int32_t {
         // Both names pass the path normaliser first, as every file family's
         // names do before they reach the system.
-        const std::string source = files::NormalisePath(StrArg::by_val(SourceFile).text());
-        const std::string target = files::NormalisePath(StrArg::by_val(TargetFile).text());
+        const std::string source = files::normalise_path(StrArg::by_val(SourceFile).text());
+        const std::string target = files::normalise_path(StrArg::by_val(TargetFile).text());
         if (const int32_t bad = check_file_names(source, target))
             return bad;
         return code_files(
@@ -37,8 +37,8 @@ BRINDLE_EXPORT(int32_t) cGZIPFileCompress(BSTR SourceFile, BSTR TargetFile) {
 // whose target is then not touched. A truncated or damaged gzip file gives -6.
 BRINDLE_EXPORT(int32_t) cGZIPFileExpand(BSTR SourceFile, BSTR TargetFile) {
     return frame::guarded(int32_t{-6}, [&]() -> int32_t {
-        const std::string source = files::NormalisePath(StrArg::by_val(SourceFile).text());
-        const std::string target = files::NormalisePath(StrArg::by_val(TargetFile).text());
+        const std::string source = files::normalise_path(StrArg::by_val(SourceFile).text());
+        const std::string target = files::normalise_path(StrArg::by_val(TargetFile).text());
         if (const int32_t bad = check_file_names(source, target))
             return bad;
         if (files::NamedFileSize(source) == 0)

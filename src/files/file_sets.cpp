@@ -7,19 +7,19 @@
 
 namespace brindle::files {
 
-bool AttributesExact(uint32_t entry, uint32_t mask) noexcept {
+bool attributes_exact(uint32_t entry, uint32_t mask) noexcept {
     if (entry & platform::kAttrDirectory)
         return false;
     return ((entry ^ mask) & kSelectableBits) == 0;
 }
 
-bool AttributesLoose(uint32_t entry, uint32_t mask) noexcept {
+bool attributes_loose(uint32_t entry, uint32_t mask) noexcept {
     if (entry & platform::kAttrDirectory)
         return false;
     return ((entry ^ mask) & kSelectableBits) != kSelectableBits;
 }
 
-bool SelectorAccepts(int16_t selector, uint32_t entry) noexcept {
+bool selector_accepts(int16_t selector, uint32_t entry) noexcept {
     if (entry & platform::kAttrDirectory)
         return false;
     const bool none = (entry & ~static_cast<uint32_t>(platform::kAttrNormal)) == 0;
@@ -27,17 +27,17 @@ bool SelectorAccepts(int16_t selector, uint32_t entry) noexcept {
     case 255:
         return true;
     case 254:
-        return none || AttributesLoose(entry, platform::kAttrArchive);
+        return none || attributes_loose(entry, platform::kAttrArchive);
     case 0:
         return none;
     default:
         if (selector < 0)
-            return AttributesExact(entry, static_cast<uint32_t>(-static_cast<int32_t>(selector)));
-        return AttributesLoose(entry, static_cast<uint32_t>(selector));
+            return attributes_exact(entry, static_cast<uint32_t>(-static_cast<int32_t>(selector)));
+        return attributes_loose(entry, static_cast<uint32_t>(selector));
     }
 }
 
-std::string VolumeRoot(std::string_view root) {
+std::string volume_root(std::string_view root) {
     std::string out(root);
     if (out.size() == 1)
         out += ":\\";
@@ -46,7 +46,7 @@ std::string VolumeRoot(std::string_view root) {
     return out;
 }
 
-std::string PatternVolumeRoot(std::string_view pattern) {
+std::string pattern_volume_root(std::string_view pattern) {
     if (pattern.size() >= 2 && pattern[1] == ':')
         return std::string(1, pattern[0]) + ":\\";
     return std::string();

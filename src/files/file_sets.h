@@ -14,21 +14,21 @@ inline constexpr uint32_t kSelectableBits = 0x20 | 0x2 | 0x1 | 0x4 | 0x800;
 // Exact test: all five bits agree. Loose test: at least one of them agrees
 // (it fails only when all five differ - permissive on purpose). A directory
 // passes neither.
-bool AttributesExact(uint32_t entry, uint32_t mask) noexcept;
-bool AttributesLoose(uint32_t entry, uint32_t mask) noexcept;
+bool attributes_exact(uint32_t entry, uint32_t mask) noexcept;
+bool attributes_loose(uint32_t entry, uint32_t mask) noexcept;
 
 // The attribute selector of the listing exports: 255 every file; 254 files
 // with no attributes and files passing the loose test against archive; a
 // negative value the exact test against its magnitude; 0 files with no
 // attributes; any other positive value the loose test against itself.
-bool SelectorAccepts(int16_t selector, uint32_t entry) noexcept;
+bool selector_accepts(int16_t selector, uint32_t entry) noexcept;
 
 // A volume argument as a root directory: empty stays empty (the current
 // drive), "C" becomes "C:\", "C:" becomes "C:\", longer text is kept.
-std::string VolumeRoot(std::string_view root);
+std::string volume_root(std::string_view root);
 // The root of the volume a pattern names: its drive ("C:\") or the current
 // drive ("").
-std::string PatternVolumeRoot(std::string_view pattern);
+std::string pattern_volume_root(std::string_view pattern);
 
 // Sectors per cluster times bytes per sector of a volume; 0 when unknown.
 uint64_t ClusterSize(std::string_view root);

@@ -66,7 +66,7 @@ int16_t FilenameValidity(std::string_view name) noexcept {
     return last == ':' || last == '\\' ? kNameInvalid : kNameValid;
 }
 
-std::string NormalisePath(std::string_view path) {
+std::string normalise_path(std::string_view path) {
     std::string out(path.substr(0, kNormaliseLimit));
     for (char &c : out)
         if (c == '/')
@@ -81,7 +81,7 @@ std::string NormalisePath(std::string_view path) {
     return out;
 }
 
-PathPieces SplitPath(std::string_view path) {
+PathPieces split_path(std::string_view path) {
     PathPieces parts;
     if (path.size() >= 2 && path[1] == ':') {
         parts.drive.assign(path.substr(0, 2));
@@ -104,7 +104,7 @@ PathPieces SplitPath(std::string_view path) {
     return parts;
 }
 
-std::string MakePath(std::string_view drive, std::string_view dir, std::string_view name, std::string_view ext) {
+std::string make_path(std::string_view drive, std::string_view dir, std::string_view name, std::string_view ext) {
     std::string out;
     out.reserve(drive.size() + dir.size() + name.size() + ext.size() + 3);
     if (!drive.empty()) {
@@ -125,7 +125,7 @@ std::string MakePath(std::string_view drive, std::string_view dir, std::string_v
     return out;
 }
 
-bool HasExtension(std::string_view name) noexcept {
+bool has_extension(std::string_view name) noexcept {
     for (size_t i = name.size(); i-- > 0;) {
         const char c = name[i];
         if (c == '.')
@@ -139,9 +139,9 @@ bool HasExtension(std::string_view name) noexcept {
 // The original worked in a 161-byte buffer and overran it for longer names;
 // the result here is the same for every name that fitted and simply longer
 // for the others.
-std::string DefaultExtension(std::string_view name, std::string_view ext) {
+std::string default_extension(std::string_view name, std::string_view ext) {
     std::string out(name);
-    if (ext.empty() || HasExtension(name))
+    if (ext.empty() || has_extension(name))
         return out;
     if (ext[0] != '.')
         out.push_back('.');
@@ -149,7 +149,7 @@ std::string DefaultExtension(std::string_view name, std::string_view ext) {
     return out;
 }
 
-std::string StripExtension(std::string_view name) {
+std::string strip_extension(std::string_view name) {
     const size_t dot = name.rfind('.');
     if (dot == std::string_view::npos)
         return std::string(name);
@@ -159,22 +159,22 @@ std::string StripExtension(std::string_view name) {
     return std::string(name);
 }
 
-std::string StripFilePath(std::string_view name) {
+std::string strip_file_path(std::string_view name) {
     const size_t sep = last_separator(name);
     return std::string(sep == std::string_view::npos ? name : name.substr(sep + 1));
 }
 
-std::string StripFileName(std::string_view name) {
+std::string strip_file_name(std::string_view name) {
     const size_t sep = last_separator(name);
     if (sep == std::string_view::npos)
         return ".";
-    return NormalisePath(name.substr(0, sep + 1));
+    return normalise_path(name.substr(0, sep + 1));
 }
 
-std::string TruncatePath(std::string_view path, int32_t max_length) {
+std::string truncate_path(std::string_view path, int32_t max_length) {
     if (max_length < 25 || FilenameValidity(path) != kNameValid)
         return std::string();
-    const PathPieces p = SplitPath(path);
+    const PathPieces p = split_path(path);
     const size_t fixed = p.drive.size() + p.name.size() + p.ext.size();
     if (fixed + p.dir.size() <= static_cast<size_t>(max_length))
         return std::string(path);

@@ -43,7 +43,7 @@ int16_t FilenameValidity(std::string_view name) noexcept;
 // trailing backslash goes unless it is the whole root ("\" or "C:\"); a bare
 // drive "C:" becomes "C:\".
 inline constexpr size_t kNormaliseLimit = 2048;
-std::string NormalisePath(std::string_view path);
+std::string normalise_path(std::string_view path);
 
 // ---------------------------------------------------------------------------
 // Splitting and joining, as the C runtime's path splitter and builder do it.
@@ -53,33 +53,33 @@ struct PathPieces {
     std::string name;  // without extension
     std::string ext;   // with its full stop, or empty
 };
-PathPieces SplitPath(std::string_view path);
+PathPieces split_path(std::string_view path);
 // The colon after a bare drive, a backslash after a directory without a
 // trailing separator, and the full stop before an extension are added.
-std::string MakePath(std::string_view drive, std::string_view dir, std::string_view name, std::string_view ext);
+std::string make_path(std::string_view drive, std::string_view dir, std::string_view name, std::string_view ext);
 
 // ---------------------------------------------------------------------------
 // Extensions and strippers.
 
 // True when the text after the last separator holds a full stop (a name
 // ending in a full stop counts as having an extension).
-bool HasExtension(std::string_view name) noexcept;
+bool has_extension(std::string_view name) noexcept;
 // `name` with `ext` appended (a full stop is added unless ext begins with
 // one), unless it already has an extension or ext is empty.
-std::string DefaultExtension(std::string_view name, std::string_view ext);
+std::string default_extension(std::string_view name, std::string_view ext);
 // The name without its extension (a full stop in a directory name is no
 // extension).
-std::string StripExtension(std::string_view name);
+std::string strip_extension(std::string_view name);
 // The text after the last backslash (else the last forward slash).
-std::string StripFilePath(std::string_view name);
+std::string strip_file_path(std::string_view name);
 // The directory part, normalised: "C:\dir\f" gives "C:\dir", "C:\f" gives
 // "C:\", a name without separator gives ".".
-std::string StripFileName(std::string_view name);
+std::string strip_file_name(std::string_view name);
 
 // A path shortened for display to at most max_length characters by leaving
 // out directory components; empty when the path is invalid or max_length is
 // below 25. See the definition for the exact text.
-std::string TruncatePath(std::string_view path, int32_t max_length);
+std::string truncate_path(std::string_view path, int32_t max_length);
 
 // ---------------------------------------------------------------------------
 // The two file helpers the stores and compressors share (Windows names).
@@ -87,6 +87,6 @@ std::string TruncatePath(std::string_view path, int32_t max_length);
 // Size of a named file in bytes; -1 when it is missing or a directory.
 inline int64_t NamedFileSize(std::string_view path) { return platform::file_size(path); }
 // Removes a file if it is there; true when the name is free afterwards.
-inline bool DeleteIfExists(std::string_view path) { return platform::delete_if_exists(path); }
+inline bool delete_if_exists(std::string_view path) { return platform::delete_if_exists(path); }
 
 } // namespace brindle::files

@@ -33,7 +33,7 @@ BRINDLE_EXPORT(int16_t) cSplitPath(BSTR Path, PathParts *Parts) {
                 put_string_field(f, {});
             return code;
         }
-        const PathPieces p = SplitPath(path);
+        const PathPieces p = split_path(path);
         put_string_field(&Parts->Drive, p.drive);
         put_string_field(&Parts->Directory, p.dir);
         put_string_field(&Parts->FileName, p.name);
@@ -44,7 +44,7 @@ BRINDLE_EXPORT(int16_t) cSplitPath(BSTR Path, PathParts *Parts) {
 
 BRINDLE_EXPORT(BSTR) cMakePath(BSTR Drive, BSTR Directory, BSTR FileName, BSTR Ext) {
     return guarded_string([&] {
-        const std::string joined = MakePath(StrArg::by_val(Drive).text(), StrArg::by_val(Directory).text(),
+        const std::string joined = make_path(StrArg::by_val(Drive).text(), StrArg::by_val(Directory).text(),
                                             StrArg::by_val(FileName).text(), StrArg::by_val(Ext).text());
         return new_string(joined);
     });
@@ -62,7 +62,7 @@ BRINDLE_EXPORT(BSTR) cFullPath(BSTR Path) {
 }
 
 BRINDLE_EXPORT(BSTR) cTruncatePath(BSTR Path, int32_t MaxLength) {
-    return guarded_string([&] { return new_string(TruncatePath(StrArg::by_val(Path).text(), MaxLength)); });
+    return guarded_string([&] { return new_string(truncate_path(StrArg::by_val(Path).text(), MaxLength)); });
 }
 
 BRINDLE_EXPORT(BSTR) cDefaultExtension(BSTR FileName, BSTR Ext) {
@@ -70,7 +70,7 @@ BRINDLE_EXPORT(BSTR) cDefaultExtension(BSTR FileName, BSTR Ext) {
         const std::string_view name = StrArg::by_val(FileName).text();
         if (name.empty())
             return empty_string();
-        return new_string(DefaultExtension(name, StrArg::by_val(Ext).text()));
+        return new_string(default_extension(name, StrArg::by_val(Ext).text()));
     });
 }
 
@@ -85,11 +85,11 @@ BRINDLE_EXPORT(BSTR) cFixedExtension(BSTR FileName, BSTR Ext) { return cDefaultE
 BRINDLE_EXPORT(BSTR) cAddExtension(BSTR FileName, BSTR Ext) { return cDefaultExtension(FileName, Ext); }
 
 BRINDLE_EXPORT(BSTR) cStripExtension(BSTR FileName) {
-    return guarded_string([&] { return new_string(StripExtension(StrArg::by_val(FileName).text())); });
+    return guarded_string([&] { return new_string(strip_extension(StrArg::by_val(FileName).text())); });
 }
 
 BRINDLE_EXPORT(BSTR) cStripFilePath(BSTR FileName) {
-    return guarded_string([&] { return new_string(StripFilePath(StrArg::by_val(FileName).text())); });
+    return guarded_string([&] { return new_string(strip_file_path(StrArg::by_val(FileName).text())); });
 }
 
 BRINDLE_EXPORT(BSTR) cStripFileName(BSTR FileName) {
@@ -97,7 +97,7 @@ BRINDLE_EXPORT(BSTR) cStripFileName(BSTR FileName) {
         const std::string_view name = StrArg::by_val(FileName).text();
         if (name.empty())
             return empty_string();
-        return new_string(StripFileName(name));
+        return new_string(strip_file_name(name));
     });
 }
 

@@ -59,7 +59,7 @@ struct Sizes {
 };
 Sizes pattern_sizes(std::string_view pattern, bool on_disk) {
     Sizes s;
-    const uint64_t cluster = on_disk ? ClusterSize(PatternVolumeRoot(pattern)) : 0;
+    const uint64_t cluster = on_disk ? ClusterSize(pattern_volume_root(pattern)) : 0;
     DirectorySearch search;
     for (bool ok = search.first(pattern, EntryDetail::Size); ok; ok = search.next()) {
         const auto size = static_cast<uint32_t>(search.entry().size);
@@ -157,7 +157,7 @@ BRINDLE_EXPORT(int16_t) cFilesInDirToArray(BSTR Pattern, int16_t Selector, SAFEA
         int32_t stored = 0;
         for (bool ok = true; ok; ok = search.next()) {
             const platform::DirEntry &e = search.entry();
-            if (is_dir(e) || !SelectorAccepts(Selector, e.attributes))
+            if (is_dir(e) || !selector_accepts(Selector, e.attributes))
                 continue;
             if (index > names.upper())
                 return int16_t{0}; // an empty array: nowhere to store at all
@@ -198,7 +198,7 @@ BRINDLE_EXPORT(int16_t) cFilesInDirOnDisk(BSTR OutputFile, BSTR Pattern, int16_t
         uint16_t count = 0;
         for (bool ok = true; ok; ok = search.next()) {
             const platform::DirEntry &e = search.entry();
-            if (is_dir(e) || !SelectorAccepts(Selector, e.attributes))
+            if (is_dir(e) || !selector_accepts(Selector, e.attributes))
                 continue;
             ++count;
             if (!listing.add({}, e.name))
@@ -216,7 +216,7 @@ BRINDLE_EXPORT(int16_t) cFilesInDirOnDisk(BSTR OutputFile, BSTR Pattern, int16_t
 namespace {
 
 bool volume(BSTR Root, platform::VolumeSpace *space) {
-    return platform::volume_space(VolumeRoot(StrArg::by_val(Root).text()), space);
+    return platform::volume_space(volume_root(StrArg::by_val(Root).text()), space);
 }
 
 double cluster_bytes(const platform::VolumeSpace &v) {

@@ -64,8 +64,8 @@ Totals walk_totals(BSTR Root, BSTR Mask, int32_t recurse, EntryDetail detail, bo
     if (root.empty())
         return t;
     const std::string mask = totals_mask(StrArg::by_val(Mask).text());
-    const uint64_t cluster = on_disk ? ClusterSize(PatternVolumeRoot(root)) : 0;
-    WalkTree(root, detail, recurse != 0, [&](const std::string &, const DirEntry &e) {
+    const uint64_t cluster = on_disk ? ClusterSize(pattern_volume_root(root)) : 0;
+    walk_tree(root, detail, recurse != 0, [&](const std::string &, const DirEntry &e) {
         if (is_dir(e)) {
             ++t.dirs;
         } else if (mask_match(e.name, mask)) {
@@ -101,7 +101,7 @@ int32_t search_tree(BSTR Root, BSTR Mask, BSTR OutputFile, bool want_dirs, int32
     const auto wanted = static_cast<uint32_t>(static_cast<uint16_t>(attributes));
     const bool test_attributes = attributes != kNoAttributeTest;
     int32_t count = 0;
-    WalkTree(root, test_attributes ? EntryDetail::Full : EntryDetail::Kind, true,
+    walk_tree(root, test_attributes ? EntryDetail::Full : EntryDetail::Kind, true,
              [&](const std::string &dir, const DirEntry &e) {
                  if (is_dir(e) != want_dirs)
                      return true;
@@ -141,7 +141,7 @@ BRINDLE_EXPORT(BSTR) cAllSubDirectories(BSTR Root, int32_t *Count) {
         // A directory is stored just before it is walked (depth first), and
         // the walk ends once the table is full: nothing after that could
         // change the result.
-        WalkTree(
+        walk_tree(
             root, EntryDetail::Kind, true, [](const std::string &, const DirEntry &) { return true; },
             [&](const std::string &dir, const DirEntry &e) {
                 if (table.size() >= kSubdirSlots)

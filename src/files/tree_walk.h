@@ -22,7 +22,7 @@ namespace brindle::files {
 
 // The directory prefix a walk starts from: the root with a backslash
 // appended unless it already ends in one.
-inline std::string WalkPrefix(std::string_view root) {
+inline std::string walk_prefix(std::string_view root) {
     std::string dir(root);
     if (dir.empty() || dir.back() != '\\')
         dir.push_back('\\');
@@ -41,7 +41,7 @@ inline std::string WalkPrefix(std::string_view root) {
 // `walk_on` is checked before each directory is opened; false stops the
 // walk (a full table, say).
 template <class Entry, class Enter, class WalkOn>
-void WalkTree(std::string_view root, platform::EntryDetail detail, bool recurse, Entry &&entry, Enter &&enter,
+void walk_tree(std::string_view root, platform::EntryDetail detail, bool recurse, Entry &&entry, Enter &&enter,
               WalkOn &&walk_on) {
     struct Frame {
         std::string dir;                  // prefix of this directory
@@ -73,7 +73,7 @@ void WalkTree(std::string_view root, platform::EntryDetail detail, bool recurse,
 
     if (!walk_on())
         return;
-    read(WalkPrefix(root));
+    read(walk_prefix(root));
     while (!stack.empty() && !stopped) {
         Frame &top = stack.back();
         if (top.next >= top.subdirs.size()) {
@@ -90,8 +90,8 @@ void WalkTree(std::string_view root, platform::EntryDetail detail, bool recurse,
 }
 
 // The common case: no hook before descending, no stop condition.
-template <class Entry> void WalkTree(std::string_view root, platform::EntryDetail detail, bool recurse, Entry &&entry) {
-    WalkTree(
+template <class Entry> void walk_tree(std::string_view root, platform::EntryDetail detail, bool recurse, Entry &&entry) {
+    walk_tree(
         root, detail, recurse, std::forward<Entry>(entry), [](const std::string &, const platform::DirEntry &) { return true; },
         [] { return true; });
 }

@@ -64,9 +64,9 @@ class DirectorySearch {
 
 // Whether a name matches a system pattern (the last component of a search
 // pattern), with the rules above. Portable; the POSIX search uses it.
-bool SystemPatternMatch(std::string_view name, std::string_view pattern);
+bool system_pattern_match(std::string_view name, std::string_view pattern);
 
 // True when the pattern holds a wildcard ("*" or "?").
-bool HasWildcard(std::string_view pattern) noexcept;
+bool has_wildcard(std::string_view pattern) noexcept;
 
 } // namespace brindle::platform

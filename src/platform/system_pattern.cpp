@@ -49,11 +49,11 @@ std::vector<Token> compile(std::string_view pattern) {
 
 } // namespace
 
-bool HasWildcard(std::string_view pattern) noexcept {
+bool has_wildcard(std::string_view pattern) noexcept {
     return pattern.find_first_of("*?") != std::string_view::npos;
 }
 
-bool SystemPatternMatch(std::string_view name, std::string_view pattern) {
+bool system_pattern_match(std::string_view name, std::string_view pattern) {
     if (pattern == "*" || pattern == "*.*")
         return true;
     const std::vector<Token> expr = compile(pattern);

@@ -42,7 +42,9 @@ BSTR fill_to_width(BSTR Txt, BSTR FillChar, int32_t Width, bool left) {
         return empty_string();
     if (fill.empty() || Width < 0 || static_cast<size_t>(Width) < text.size())
         return same_handle(arg);
-    return new_string(pad_to_width(text, fill[0], static_cast<size_t>(Width), left));
+    StringResult out(static_cast<size_t>(Width));
+    pad_to_width(text, fill[0], left, {out.data(), out.size()});
+    return out.take();
 }
 
 BSTR set_in(BSTR Txt, BSTR Separator, int32_t Position, BSTR Value, bool at_end) {
@@ -82,7 +84,7 @@ BRINDLE_EXPORT(BSTR) cStringReplace(BSTR Txt, BSTR Pairs, int16_t CaseSensitive)
             return same_handle(arg);
         const size_t limit = static_cast<size_t>(
             std::min<uint64_t>(kMaxString, std::max<uint64_t>(25ull * text.size(), kReplaceGrowthLimit)));
-        const auto result = ReplacePairs(text, pairs, flag16(CaseSensitive), limit);
+        const auto result = replace_pairs(text, pairs, flag16(CaseSensitive), limit);
         if (!result)
             return empty_string();
         return new_string(*result);
@@ -99,7 +101,7 @@ BRINDLE_EXPORT(BSTR) cDeleteSubString(BSTR Txt, BSTR SubString, int16_t CaseSens
             return empty_string();
         if (sub.empty())
             return same_handle(arg);
-        return new_string(DeleteAll(text, sub, flag16(CaseSensitive)));
+        return new_string(delete_all(text, sub, flag16(CaseSensitive)));
     });
 }
 
@@ -129,8 +131,7 @@ BRINDLE_EXPORT(int16_t) cFill(BSTR *Txt, BSTR *Pattern) {
         const StrArg text = StrArg::by_ref(Txt), pattern = StrArg::by_ref(Pattern);
         if (text.empty() || pattern.empty())
             return 0;
-        const std::string filled = repeat_to_length(pattern.bytes(), text.size());
-        std::memcpy(text.writable(), filled.data(), filled.size());
+        repeat_to_length(pattern.bytes(), {text.writable(), text.size()});
         return -1;
     });
 }
@@ -140,7 +141,9 @@ BRINDLE_EXPORT(BSTR) cCreateAndFill(int32_t Length, BSTR *Pattern) {
         const StrArg pattern = StrArg::by_ref(Pattern);
         if (Length < 1 || pattern.empty())
             return empty_string();
-        return new_string(repeat_to_length(pattern.bytes(), static_cast<size_t>(Length)));
+        StringResult out(static_cast<size_t>(Length));
+        repeat_to_length(pattern.bytes(), {out.data(), out.size()});
+        return out.take();
     });
 }
 
@@ -161,7 +164,9 @@ BRINDLE_EXPORT(BSTR) cResizeStringAndFill(BSTR *Txt, int32_t Length, BSTR *FillC
         const StrArg text = StrArg::by_ref(Txt), fill = StrArg::by_ref(FillChar);
         if (text.empty() || Length < 1)
             return empty_string();
-        return new_string(resize_and_fill(text.bytes(), static_cast<size_t>(Length), fill.first_or(0)));
+        StringResult out(static_cast<size_t>(Length));
+        resize_and_fill(text.bytes(), fill.first_or(0), {out.data(), out.size()});
+        return out.take();
     });
 }
 
@@ -173,7 +178,9 @@ BRINDLE_EXPORT(BSTR) cAlign(BSTR *Txt, int16_t Mode, int32_t FieldWidth) {
         const StrArg text = StrArg::by_ref(Txt);
         if (text.empty() || FieldWidth < 1)
             return empty_string();
-        return new_string(align_in_field(text.bytes(), Mode, static_cast<size_t>(FieldWidth)));
+        StringResult out(static_cast<size_t>(FieldWidth));
+        align_in_field(text.bytes(), Mode, {out.data(), out.size()});
+        return out.take();
     });
 }
 

@@ -1,39 +1,46 @@
 #include "strings/padding.h"
 
+#include <algorithm>
+#include <cstring>
+
 namespace brindle::strings {
 
-std::string pad_to_width(std::string_view text, char fill, size_t width, bool left) {
-    std::string out(width - text.size(), fill);
-    if (left)
-        out.append(text);
-    else
-        out.insert(0, text);
-    return out;
+void pad_to_width(std::string_view text, char fill, bool left, std::span<char> out) noexcept {
+    const size_t pad = out.size() - text.size();
+    char *at = out.data();
+    if (left) {
+        std::memset(at, fill, pad);
+        std::memcpy(at + pad, text.data(), text.size());
+    } else {
+        std::memcpy(at, text.data(), text.size());
+        std::memset(at + text.size(), fill, pad);
+    }
 }
 
-std::string repeat_to_length(std::string_view pattern, size_t n) {
-    std::string out;
-    out.reserve(n);
-    while (out.size() + pattern.size() <= n)
-        out.append(pattern);
-    out.append(pattern.substr(0, n - out.size()));
-    return out;
+void repeat_to_length(std::string_view pattern, std::span<char> out) noexcept {
+    for (size_t done = 0; done < out.size();) {
+        const size_t n = std::min(pattern.size(), out.size() - done);
+        std::memcpy(out.data() + done, pattern.data(), n);
+        done += n;
+    }
 }
 
-std::string resize_and_fill(std::string_view text, size_t n, char fill) {
-    std::string out(text.substr(0, n));
-    out.resize(n, fill);
-    return out;
+void resize_and_fill(std::string_view text, char fill, std::span<char> out) noexcept {
+    const size_t kept = std::min(text.size(), out.size());
+    std::memcpy(out.data(), text.data(), kept);
+    std::memset(out.data() + kept, fill, out.size() - kept);
 }
 
-std::string align_in_field(std::string_view text, int mode, size_t width) {
-    if (width <= text.size())
-        return std::string(text.substr(0, width));
+void align_in_field(std::string_view text, int mode, std::span<char> out) noexcept {
+    const size_t width = out.size();
+    if (width <= text.size()) {
+        std::memcpy(out.data(), text.data(), width);
+        return;
+    }
     const size_t d = width - text.size();
     const size_t before = mode < 0 ? d : mode == 0 ? d - d / 2 : 0;
-    std::string out(width, ' ');
-    out.replace(before, text.size(), text);
-    return out;
+    std::memset(out.data(), ' ', width);
+    std::memcpy(out.data() + before, text.data(), text.size());
 }
 
 } // namespace brindle::strings

@@ -44,9 +44,9 @@ BRINDLE_EXPORT(int32_t) cPatternExtMatchS(BSTR Txt, BSTR Pattern, int16_t CaseSe
     });
 }
 
-// Similarity score of two words, ignoring case; 0 when either is empty.
+// similarity score of two words, ignoring case; 0 when either is empty.
 BRINDLE_EXPORT(int16_t) cStrMatch(BSTR Txt1, BSTR Txt2) {
-    return guarded<int16_t>(0, [&] { return Similarity(StrArg::by_val(Txt1).text(), StrArg::by_val(Txt2).text()); });
+    return guarded<int16_t>(0, [&] { return similarity(StrArg::by_val(Txt1).text(), StrArg::by_val(Txt2).text()); });
 }
 
 // -1 when text begins with prefix (case-sensitive); 0 when either is empty.

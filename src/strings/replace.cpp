@@ -59,7 +59,7 @@ Outcome replace_into(std::string_view text, std::string_view old_text, std::stri
 
 } // namespace
 
-std::optional<std::string> ReplaceAll(std::string_view text, std::string_view old_text, std::string_view new_text,
+std::optional<std::string> replace_all(std::string_view text, std::string_view old_text, std::string_view new_text,
                                       bool case_sensitive, size_t limit) {
     std::string out;
     switch (replace_into(text, old_text, new_text, case_sensitive, limit, out)) {
@@ -72,7 +72,7 @@ std::optional<std::string> ReplaceAll(std::string_view text, std::string_view ol
     }
 }
 
-std::optional<std::string> ReplacePairs(std::string_view text, std::string_view pairs, bool case_sensitive,
+std::optional<std::string> replace_pairs(std::string_view text, std::string_view pairs, bool case_sensitive,
                                         size_t limit) {
     // The text is copied only when a pair first changes it.
     std::string current;
@@ -104,7 +104,7 @@ std::optional<std::string> ReplacePairs(std::string_view text, std::string_view 
     return current;
 }
 
-std::string DeleteAll(std::string_view text, std::string_view sub, bool case_sensitive) {
+std::string delete_all(std::string_view text, std::string_view sub, bool case_sensitive) {
     if (sub.empty())
         return std::string(text);
     // The result is built as a stack: an occurrence is removed as soon as

@@ -18,7 +18,7 @@ namespace brindle::strings {
 // from the left and resuming right after each inserted text (which is never
 // searched again). An empty old text changes nothing. Returns nothing when
 // the result would be longer than `limit` bytes.
-std::optional<std::string> ReplaceAll(std::string_view text, std::string_view old_text, std::string_view new_text,
+std::optional<std::string> replace_all(std::string_view text, std::string_view old_text, std::string_view new_text,
                                       bool case_sensitive, size_t limit);
 
 // The list of replacements "old|new;old|new;...", applied pair after pair
@@ -26,12 +26,12 @@ std::optional<std::string> ReplaceAll(std::string_view text, std::string_view ol
 // deletes its old text; the new text is everything after the first "|" of
 // its pair. Pairs with an empty old text are skipped. Returns nothing when
 // a result would grow past `limit` bytes.
-std::optional<std::string> ReplacePairs(std::string_view text, std::string_view pairs, bool case_sensitive,
+std::optional<std::string> replace_pairs(std::string_view text, std::string_view pairs, bool case_sensitive,
                                         size_t limit);
 
 // `text` with `sub` removed again and again, always at its leftmost
 // occurrence, until none is left (removals that join new occurrences
 // remove those too). An empty sub changes nothing.
-std::string DeleteAll(std::string_view text, std::string_view sub, bool case_sensitive);
+std::string delete_all(std::string_view text, std::string_view sub, bool case_sensitive);
 
 } // namespace brindle::strings

@@ -172,7 +172,7 @@ Step search(std::string_view a, std::string_view b, size_t i, size_t p, const Ru
 
 } // namespace
 
-int16_t Similarity(std::string_view a, std::string_view b) {
+int16_t similarity(std::string_view a, std::string_view b) {
     if (a.empty() || b.empty())
         return 0;
     constexpr size_t kMax = std::numeric_limits<Pos>::max() - 1;

@@ -26,6 +26,6 @@ namespace brindle::strings {
 // in general the cost grows with |a| x |b|, as the definition does. Memory:
 // 8 bytes for each run of b whose character occurs in a.
 // Words longer than 4 GiB - 1 bytes (more than a string holds) give 0.
-int16_t Similarity(std::string_view a, std::string_view b);
+int16_t similarity(std::string_view a, std::string_view b);
 
 } // namespace brindle::strings

@@ -11,15 +11,15 @@ constexpr uint32_t R = 1, H = 2, S = 4, D = 16, A = 32, N = 128, C = 2048;
 
 TEST(FileSets, AttributeTestsAndSelectors) {
     // Exact: the five bits agree. Loose: fails only when all five differ.
-    EXPECT_TRUE(AttributesExact(A | R, A | R));
-    EXPECT_TRUE(AttributesExact(A | R | N | 256, A | R)) << "normal and temporary are not compared";
-    EXPECT_FALSE(AttributesExact(A, A | R));
-    EXPECT_FALSE(AttributesExact(D | A, A)) << "a directory never passes";
-    EXPECT_TRUE(AttributesLoose(0, A)) << "four of five agree";
-    EXPECT_TRUE(AttributesLoose(A | H | S, R)) << "compressed agrees";
-    EXPECT_FALSE(AttributesLoose(A | H | S | C, R)) << "all five differ";
-    EXPECT_FALSE(AttributesLoose(R, A | H | S | C)) << "all five differ";
-    EXPECT_FALSE(AttributesLoose(D, D)) << "a directory never passes";
+    EXPECT_TRUE(attributes_exact(A | R, A | R));
+    EXPECT_TRUE(attributes_exact(A | R | N | 256, A | R)) << "normal and temporary are not compared";
+    EXPECT_FALSE(attributes_exact(A, A | R));
+    EXPECT_FALSE(attributes_exact(D | A, A)) << "a directory never passes";
+    EXPECT_TRUE(attributes_loose(0, A)) << "four of five agree";
+    EXPECT_TRUE(attributes_loose(A | H | S, R)) << "compressed agrees";
+    EXPECT_FALSE(attributes_loose(A | H | S | C, R)) << "all five differ";
+    EXPECT_FALSE(attributes_loose(R, A | H | S | C)) << "all five differ";
+    EXPECT_FALSE(attributes_loose(D, D)) << "a directory never passes";
 
     const struct {
         int16_t selector;
@@ -33,7 +33,7 @@ TEST(FileSets, AttributeTestsAndSelectors) {
         {-2048, C, true},               {-2048, C | A, false}, {1, D | R, false},
     };
     for (const auto &r : rows)
-        EXPECT_EQ(SelectorAccepts(r.selector, r.entry), r.accepted) << r.selector << " vs " << r.entry;
+        EXPECT_EQ(selector_accepts(r.selector, r.entry), r.accepted) << r.selector << " vs " << r.entry;
 }
 
 TEST(FileSets, ClustersSlackAndBorrowFreeSubtraction) {
@@ -53,12 +53,12 @@ TEST(FileSets, ClustersSlackAndBorrowFreeSubtraction) {
     EXPECT_EQ(SubtractWithoutBorrow(0x200000010ULL, 0x100000020ULL), 0x1FFFFFFF0ULL);
     EXPECT_EQ(SubtractWithoutBorrow(0x10ULL, 0x20ULL), 0xFFFFFFF0ULL);
 
-    EXPECT_EQ(VolumeRoot(""), "");
-    EXPECT_EQ(VolumeRoot("c"), "c:\\");
-    EXPECT_EQ(VolumeRoot("c:"), "c:\\");
-    EXPECT_EQ(VolumeRoot("c:\\x"), "c:\\x");
-    EXPECT_EQ(PatternVolumeRoot("d:\\dir\\*.*"), "d:\\");
-    EXPECT_EQ(PatternVolumeRoot("dir\\*.*"), "");
+    EXPECT_EQ(volume_root(""), "");
+    EXPECT_EQ(volume_root("c"), "c:\\");
+    EXPECT_EQ(volume_root("c:"), "c:\\");
+    EXPECT_EQ(volume_root("c:\\x"), "c:\\x");
+    EXPECT_EQ(pattern_volume_root("d:\\dir\\*.*"), "d:\\");
+    EXPECT_EQ(pattern_volume_root("dir\\*.*"), "");
 }
 
 // The total of the file filters, block by block as they count it: past 2 GiB

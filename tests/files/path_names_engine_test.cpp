@@ -49,7 +49,7 @@ TEST(FilenameValidity, CodesForEachRule) {
         EXPECT_EQ(FilenameValidity(bad), kNameInvalid) << bad;
 }
 
-TEST(NormalisePath, RootsKeepTheirBackslash) {
+TEST(normalise_path, RootsKeepTheirBackslash) {
     const struct {
         const char *in, *out;
     } rows[] = {
@@ -58,11 +58,11 @@ TEST(NormalisePath, RootsKeepTheirBackslash) {
         {"a/b/c", "a\\b\\c"},     {"", ""},               {"ab", "ab"},     {"\\\\srv\\", "\\\\srv"},
     };
     for (const auto &row : rows)
-        EXPECT_EQ(NormalisePath(row.in), row.out) << row.in;
+        EXPECT_EQ(normalise_path(row.in), row.out) << row.in;
     // At most 2,048 characters are copied; a cut that leaves a trailing
     // backslash loses it.
-    EXPECT_EQ(NormalisePath(std::string(2047, 'a') + "\\bc").size(), 2047u);
-    EXPECT_EQ(NormalisePath(std::string(3000, 'x')).size(), 2048u);
+    EXPECT_EQ(normalise_path(std::string(2047, 'a') + "\\bc").size(), 2047u);
+    EXPECT_EQ(normalise_path(std::string(3000, 'x')).size(), 2048u);
 }
 
 TEST(SplitAndMake, RuntimeSplitterAndBuilder) {
@@ -77,14 +77,14 @@ TEST(SplitAndMake, RuntimeSplitterAndBuilder) {
         {"\\\\srv\\share\\f.", "", "\\\\srv\\share\\", "f", "."},
     };
     for (const auto &row : rows) {
-        const PathPieces p = SplitPath(row.path);
+        const PathPieces p = split_path(row.path);
         EXPECT_EQ(p.drive, row.drive) << row.path;
         EXPECT_EQ(p.dir, row.dir) << row.path;
         EXPECT_EQ(p.name, row.name) << row.path;
         EXPECT_EQ(p.ext, row.ext) << row.path;
-        EXPECT_EQ(MakePath(p.drive, p.dir, p.name, p.ext), row.path);
+        EXPECT_EQ(make_path(p.drive, p.dir, p.name, p.ext), row.path);
     }
-    EXPECT_EQ(MakePath("C", "dir", "f", "txt"), "C:dir\\f.txt");
-    EXPECT_EQ(MakePath("C:", "\\dir/", "f", ".txt"), "C:\\dir/f.txt");
-    EXPECT_EQ(MakePath("", "", "", ""), "");
+    EXPECT_EQ(make_path("C", "dir", "f", "txt"), "C:dir\\f.txt");
+    EXPECT_EQ(make_path("C:", "\\dir/", "f", ".txt"), "C:\\dir/f.txt");
+    EXPECT_EQ(make_path("", "", "", ""), "");
 }

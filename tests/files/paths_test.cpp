@@ -1,5 +1,5 @@
 // Path names, through the exported interface. The validity codes, the raw
-// splitter and NormalisePath have their full tables in the engine test.
+// splitter and normalise_path have their full tables in the engine test.
 #include "support/ole_helpers.h"
 #include "support/temp_dir.h"
 

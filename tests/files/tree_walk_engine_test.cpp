@@ -29,7 +29,7 @@ void touch(const std::string &name) {
 std::vector<std::string> walk(std::string_view root, bool recurse, std::vector<std::string> *entered = nullptr,
                               std::string_view stop = "", std::string_view skip = "") {
     std::vector<std::string> seen;
-    WalkTree(
+    walk_tree(
         root, EntryDetail::Kind, recurse,
         [&](const std::string &dir, const DirEntry &e) {
             seen.push_back(dir + e.name);
@@ -85,7 +85,7 @@ TEST_F(BigWalk, HundredThousandFilesAndADeepChain) {
     touch(deep + "/leaf");
 
     size_t files = 0, dirs = 0, max_path = 0;
-    WalkTree("big", EntryDetail::Size, true, [&](const std::string &dir, const DirEntry &e) {
+    walk_tree("big", EntryDetail::Size, true, [&](const std::string &dir, const DirEntry &e) {
         (e.attributes & kAttrDirectory ? dirs : files) += 1;
         max_path = std::max(max_path, dir.size() + e.name.size());
         return true;

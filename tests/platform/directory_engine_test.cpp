@@ -59,10 +59,10 @@ TEST(SystemPattern, WindowsWildcardRules) {
         {"", "?", true},            {"x", "", false},            {"aaaaaaaaaaaaaaaaaaaaaaab", "*a*a*a*a*a*a*c", false},
     };
     for (const auto &row : rows)
-        EXPECT_EQ(SystemPatternMatch(row.name, row.pattern), row.match) << row.name << " ~ " << row.pattern;
-    EXPECT_TRUE(HasWildcard("a*b"));
-    EXPECT_TRUE(HasWildcard("a?"));
-    EXPECT_FALSE(HasWildcard("a.b"));
+        EXPECT_EQ(system_pattern_match(row.name, row.pattern), row.match) << row.name << " ~ " << row.pattern;
+    EXPECT_TRUE(has_wildcard("a*b"));
+    EXPECT_TRUE(has_wildcard("a?"));
+    EXPECT_FALSE(has_wildcard("a.b"));
 }
 
 TEST_F(DirTest, SearchListsMatchesSortedWithDotEntries) {

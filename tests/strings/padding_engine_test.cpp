@@ -5,7 +5,33 @@
 
 #include <string>
 
-using namespace brindle::strings;
+namespace engine = brindle::strings;
+
+namespace {
+
+// The engines fill a buffer of the result's length; these give it as a string.
+std::string pad_to_width(std::string_view text, char fill, size_t width, bool left) {
+    std::string out(width, '#');
+    engine::pad_to_width(text, fill, left, out);
+    return out;
+}
+std::string repeat_to_length(std::string_view pattern, size_t n) {
+    std::string out(n, '#');
+    engine::repeat_to_length(pattern, out);
+    return out;
+}
+std::string resize_and_fill(std::string_view text, size_t n, char fill) {
+    std::string out(n, '#');
+    engine::resize_and_fill(text, fill, out);
+    return out;
+}
+std::string align_in_field(std::string_view text, int mode, size_t width) {
+    std::string out(width, '#');
+    engine::align_in_field(text, mode, out);
+    return out;
+}
+
+} // namespace
 
 TEST(PaddingEngine, PadAndResize) {
     EXPECT_EQ(pad_to_width("42", '0', 5, true), "00042");

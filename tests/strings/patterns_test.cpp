@@ -61,7 +61,7 @@ TEST(ExtendedPattern, EveryResultCode) {
     expect_pattern_rows(cPatternExtMatchS, cPatternExtMatch, rows);
 }
 
-TEST(Similarity, ScoresWithTheLengthTableAndTruncatingDivisions) {
+TEST(similarity, ScoresWithTheLengthTableAndTruncatingDivisions) {
     struct Row {
         const char *a, *b;
         int16_t score;
@@ -78,7 +78,7 @@ TEST(Similarity, ScoresWithTheLengthTableAndTruncatingDivisions) {
         EXPECT_EQ(num(cStrMatch, r.a, r.b), r.score) << r.a << " / " << r.b;
 }
 
-TEST(Similarity, EveryRowOfTheLengthTable) {
+TEST(similarity, EveryRowOfTheLengthTable) {
     // Words of 1..31 different characters against themselves and against
     // their reversal, so that every entry of the length factor shows (and
     // the factor 3 beyond 29). Values from a separate transcription of the

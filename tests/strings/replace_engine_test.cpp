@@ -68,19 +68,19 @@ TEST(ReplaceEngine, ReplaceAndDeleteAgreeWithOneAtATime) {
             old_text = "ab";
         const std::string new_text = random_text(rng, 4, "abB");
         const bool cs = (round & 1) != 0;
-        const auto got = ReplaceAll(text, old_text, new_text, cs, 1u << 20);
+        const auto got = replace_all(text, old_text, new_text, cs, 1u << 20);
         ASSERT_TRUE(got.has_value());
         ASSERT_EQ(*got, ref_replace(text, old_text, new_text, cs)) << text << " " << old_text << "->" << new_text;
-        ASSERT_EQ(DeleteAll(text, old_text, cs), ref_delete(text, old_text, cs)) << text << " - " << old_text;
+        ASSERT_EQ(delete_all(text, old_text, cs), ref_delete(text, old_text, cs)) << text << " - " << old_text;
     }
 }
 
 TEST(ReplaceEngine, PairsEdgesAndLimits) {
     // (Pairs in order, deletion without "|" and empty pairs: the export's table.)
-    EXPECT_EQ(*ReplacePairs("abc", "|x", true, 1000), "abc");             // empty old text skipped
-    EXPECT_EQ(*ReplacePairs("a|b", "a|x|y", true, 1000), "x|y|b");        // new text: all after the first "|"
-    EXPECT_FALSE(ReplacePairs("aaaa", "a|aaa", true, 11).has_value());    // 12 bytes > 11
-    EXPECT_EQ(ReplacePairs("aaaa", "a|aaa", true, 12)->size(), 12u);
+    EXPECT_EQ(*replace_pairs("abc", "|x", true, 1000), "abc");             // empty old text skipped
+    EXPECT_EQ(*replace_pairs("a|b", "a|x|y", true, 1000), "x|y|b");        // new text: all after the first "|"
+    EXPECT_FALSE(replace_pairs("aaaa", "a|aaa", true, 11).has_value());    // 12 bytes > 11
+    EXPECT_EQ(replace_pairs("aaaa", "a|aaa", true, 12)->size(), 12u);
 }
 
 TEST(ReplaceEngine, LinearOnManyOccurrences) {
@@ -88,10 +88,10 @@ TEST(ReplaceEngine, LinearOnManyOccurrences) {
     std::string text;
     for (int k = 0; k < (2 << 20); ++k)
         text += "ab";
-    const auto got = ReplaceAll(text, "a", "xy", false, size_t{1} << 30);
+    const auto got = replace_all(text, "a", "xy", false, size_t{1} << 30);
     ASSERT_TRUE(got.has_value());
     EXPECT_EQ(got->size(), text.size() * 3 / 2);
     EXPECT_EQ(got->substr(0, 6), "xybxyb");
-    EXPECT_EQ(DeleteAll(text, "ab", true), "");
-    EXPECT_EQ(DeleteAll(std::string(1 << 20, 'a') + std::string(1 << 20, 'b'), "ab", true), "");
+    EXPECT_EQ(delete_all(text, "ab", true), "");
+    EXPECT_EQ(delete_all(std::string(1 << 20, 'a') + std::string(1 << 20, 'b'), "ab", true), "");
 }

@@ -12,7 +12,7 @@
 #include <string>
 #include <utility>
 
-using brindle::strings::Similarity;
+using brindle::strings::similarity;
 
 namespace {
 
@@ -108,7 +108,7 @@ TEST(SimilarityEngine, AgreesWithTheDefinitionOnRandomWords) {
         const std::string &letters = alphabets[rng() % 5];
         const std::string a = runs_word(rng, letters, rng() % 40, 1 + rng() % 6);
         const std::string b = runs_word(rng, letters, rng() % 40, 1 + rng() % 6);
-        ASSERT_EQ(Similarity(a, b), reference(a, b)) << '"' << a << "\" / \"" << b << '"';
+        ASSERT_EQ(similarity(a, b), reference(a, b)) << '"' << a << "\" / \"" << b << '"';
     }
     // Any bytes at all, so that hardly any runs form.
     for (int round = 0; round < 2000; ++round) {
@@ -117,7 +117,7 @@ TEST(SimilarityEngine, AgreesWithTheDefinitionOnRandomWords) {
             c = static_cast<char>(rng() % 256);
         for (char &c : b)
             c = static_cast<char>(rng() % 256);
-        ASSERT_EQ(Similarity(a, b), reference(a, b));
+        ASSERT_EQ(similarity(a, b), reference(a, b));
     }
 }
 
@@ -128,8 +128,8 @@ TEST(SimilarityEngine, AgreesWithTheDefinitionOnRepetitiveWords) {
     for (int round = 0; round < 400; ++round) {
         const std::string a = runs_word(rng, "xy", 1 + rng() % 400, 1 + rng() % 80);
         const std::string b = runs_word(rng, "xyz", 1 + rng() % 400, 1 + rng() % 80);
-        ASSERT_EQ(Similarity(a, b), reference(a, b)) << a.size() << " / " << b.size();
-        ASSERT_EQ(Similarity(b, a), reference(b, a)) << b.size() << " / " << a.size();
+        ASSERT_EQ(similarity(a, b), reference(a, b)) << a.size() << " / " << b.size();
+        ASSERT_EQ(similarity(b, a), reference(b, a)) << b.size() << " / " << a.size();
     }
     // Equal runs side by side, where a run goes on past the end of both runs
     // (q^k x^k repeated, against itself and shifted).
@@ -137,13 +137,13 @@ TEST(SimilarityEngine, AgreesWithTheDefinitionOnRepetitiveWords) {
         std::string w;
         while (w.size() < 240)
             w += std::string(k, 'q') + std::string(k, 'x');
-        ASSERT_EQ(Similarity(w, w), reference(w, w)) << k;
-        ASSERT_EQ(Similarity(w, w.substr(k / 2 + 1)), reference(w, w.substr(k / 2 + 1))) << k;
-        ASSERT_EQ(Similarity(w.substr(3), w), reference(w.substr(3), w)) << k;
+        ASSERT_EQ(similarity(w, w), reference(w, w)) << k;
+        ASSERT_EQ(similarity(w, w.substr(k / 2 + 1)), reference(w, w.substr(k / 2 + 1))) << k;
+        ASSERT_EQ(similarity(w.substr(3), w), reference(w.substr(3), w)) << k;
     }
     for (size_t n = 1; n <= 64; ++n)
         for (size_t m = 1; m <= 64; ++m)
-            ASSERT_EQ(Similarity(std::string(n, 'q'), std::string(m, 'Q')),
+            ASSERT_EQ(similarity(std::string(n, 'q'), std::string(m, 'Q')),
                       reference(std::string(n, 'q'), std::string(m, 'q')))
                 << n << " / " << m;
     // A long run of a against a word with short runs of its letter.
@@ -151,7 +151,7 @@ TEST(SimilarityEngine, AgreesWithTheDefinitionOnRepetitiveWords) {
     for (int k = 0; k < 300; ++k)
         b += static_cast<char>("qqab"[rng() % 4]);
     const std::string a(100000, 'q');
-    EXPECT_EQ(Similarity(a, b), reference(a, b));
+    EXPECT_EQ(similarity(a, b), reference(a, b));
 }
 
 // Words of a million characters: linear for repetitive words, so these end
@@ -163,9 +163,9 @@ TEST(SimilarityEngine, LongRepetitiveWords) {
         ASSERT_EQ(one_at_the_end(n), reference(std::string(n, 'q'), std::string(n - 1, 'x') + "q")) << n;
     }
     const size_t n = 1000000;
-    EXPECT_EQ(Similarity(std::string(n, 'q'), std::string(n, 'Q')), same_letter(n));
-    EXPECT_EQ(Similarity(std::string(n, 'q'), std::string(n, 'x')), nothing_shared(n, n));
-    EXPECT_EQ(Similarity(std::string(n, 'q'), std::string(n - 1, 'x') + "q"), one_at_the_end(n));
+    EXPECT_EQ(similarity(std::string(n, 'q'), std::string(n, 'Q')), same_letter(n));
+    EXPECT_EQ(similarity(std::string(n, 'q'), std::string(n, 'x')), nothing_shared(n, n));
+    EXPECT_EQ(similarity(std::string(n, 'q'), std::string(n - 1, 'x') + "q"), one_at_the_end(n));
 }
 
 } // namespace

@@ -121,13 +121,13 @@ bool DirectorySearch::first(std::string_view pattern, EntryDetail detail) {
 
     const std::string literal(name_part);
     struct stat st;
-    if (!HasWildcard(name_part) && ::fstatat(::dirfd(state->dir), literal.c_str(), &st, AT_SYMLINK_NOFOLLOW) == 0) {
+    if (!has_wildcard(name_part) && ::fstatat(::dirfd(state->dir), literal.c_str(), &st, AT_SYMLINK_NOFOLLOW) == 0) {
         // An exact name needs no listing.
         state->items.push_back({literal, DT_UNKNOWN});
     } else {
         // "." and ".." first, whatever order the system reads them in.
         for (const char *dot : {".", ".."})
-            if (SystemPatternMatch(dot, name_part))
+            if (system_pattern_match(dot, name_part))
                 state->items.push_back({dot, DT_DIR});
         const size_t dots = state->items.size();
         errno = 0;
@@ -135,7 +135,7 @@ bool DirectorySearch::first(std::string_view pattern, EntryDetail detail) {
             const std::string_view name(d->d_name);
             if (name == "." || name == "..")
                 continue;
-            if (SystemPatternMatch(name, name_part))
+            if (system_pattern_match(name, name_part))
                 state->items.push_back({std::string(name), d->d_type});
         }
         std::sort(state->items.begin() + static_cast<std::ptrdiff_t>(dots), state->items.end(), less_no_case);
