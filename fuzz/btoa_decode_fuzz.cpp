@@ -76,6 +76,14 @@ BRINDLE_FUZZ_TARGET(btoa_decode) {
     const std::string name = written[0].string();
     if (name == "again.btoa")
         return 0;
+#ifdef _WIN32
+    // The directory listing gives names through a code-page conversion that
+    // need not give back the bytes of a name outside ASCII, so the round trip
+    // below could not name the file; the Linux run checks such names.
+    for (const char c : name)
+        if (static_cast<unsigned char>(c) >= 0x80)
+            return 0;
+#endif
     const std::string decoded = contents(name);
     FUZZ_CHECK(brindle::convert::btoa_encode_file(name, "again.btoa") > 0);
     fs::remove(name);
