@@ -1,6 +1,8 @@
 // Tabs: expanding and compressing undo each other where they can.
 #include "strings/tabs.h"
 
+#include "support/random_text.h"
+
 #include <gtest/gtest.h>
 
 #include <random>
@@ -10,13 +12,7 @@ using namespace brindle::strings;
 
 namespace {
 
-std::string random_string(std::mt19937 &rng, const char *alphabet, size_t max_len) {
-    const std::string a(alphabet);
-    std::string s(rng() % (max_len + 1), ' ');
-    for (char &c : s)
-        c = a[rng() % a.size()];
-    return s;
-}
+using brindle::test::random_string;
 
 } // namespace
 

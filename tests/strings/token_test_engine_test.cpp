@@ -2,6 +2,8 @@
 // each token with std::string::find.
 #include "strings/token_test.h"
 
+#include "support/random_text.h"
+
 #include <gtest/gtest.h>
 
 #include <random>
@@ -37,13 +39,7 @@ bool ref_all(const std::string &text, const std::string &list, char sep) {
     return true;
 }
 
-std::string random_string(std::mt19937 &rng, const char *alphabet, size_t max_len) {
-    const std::string a(alphabet);
-    std::string s(rng() % (max_len + 1), ' ');
-    for (char &c : s)
-        c = a[rng() % a.size()];
-    return s;
-}
+using brindle::test::random_string;
 
 } // namespace
 
