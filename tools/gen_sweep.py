@@ -42,7 +42,13 @@ RESULT_KINDS = {
     "Byte": "Number", "Boolean": "Number", "Currency": "Number", "Date": "Number",
     "String": "String", "Variant": "Variant",
 }
-FIELD = re.compile(r"^(\w+)\s*(?:\(\s*(?:(-?\d+)\s+To\s+)?(-?\d+)\s*\))?\s+As\s+(\w+)$", re.IGNORECASE)
+FIELD = re.compile(r"^(\w+)\s*(?:\(\s*(?:(-?\d+)\s+To\s+)?(-?\d+)\s*\))?\s+As\s+(\w+)(?:\s*\*\s*(\d+))?$",
+                   re.IGNORECASE)
+
+# A variable passed "As Any" by reference (the bytes of an element of a store,
+# say) is given a zeroed buffer this long: more than any element can take.
+ANY_RECORD = "SweepAnyBuffer"
+ANY_BYTES = 65536
 
 MAX_ARGS = 8  # kMaxArgs of tests/sweep/sweep.h
 
@@ -62,6 +68,8 @@ def arg_kind(decl, arg, records):
         return ARRAY_KINDS[vbtype], "SAFEARRAY*", True, None
     if vbtype in records:
         return "Record", None, True, vbtype
+    if vbtype == "Any" and arg["c"].endswith("*"):
+        return "Record", None, True, ANY_RECORD
     if vbtype not in SCALAR_KINDS:
         raise SweepError(f"{where}: the sweep does not know how to pass {vbtype}")
     suffix, ctype = SCALAR_KINDS[vbtype]
@@ -79,7 +87,13 @@ def record_mirror(name, fields):
         m = FIELD.match(text.strip())
         if not m:
             raise SweepError(f"record {name}: cannot read field '{text}'")
-        fname, low, high, vbtype = m.groups()
+        fname, low, high, vbtype, fixed = m.groups()
+        if fixed is not None:
+            # A fixed-length String is its bytes in the record, no handle.
+            if vbtype.lower() != "string" or high is not None:
+                raise SweepError(f"record {name}: cannot read field '{text}'")
+            members.append(f"    char {gen_exports.c_name(fname)}[{int(fixed)}];")
+            continue
         if vbtype not in SCALAR_KINDS or vbtype == "Variant":
             raise SweepError(f"record {name}: the sweep does not know fields of {vbtype}")
         ctype = SCALAR_KINDS[vbtype][1]
@@ -107,7 +121,9 @@ def record_mirror(name, fields):
 def thunk(decl, kinds):
     exprs = []
     for i, (a, (kind, ctype, byref, rec)) in enumerate(zip(decl["args"], kinds)):
-        if kind == "Record":
+        if kind == "Record" and rec == ANY_RECORD:
+            exprs.append(f"c[{i}]")
+        elif kind == "Record":
             exprs.append(f"static_cast<struct {rec} *>(c[{i}])")
         elif byref:
             exprs.append(f"static_cast<{ctype} *>(c[{i}])")
@@ -146,6 +162,8 @@ def generate(directory):
     ]
     for name in sorted(records):
         out.append(record_mirror(name, records[name]))
+    out.append(f"const size_t kStrings_{ANY_RECORD}[] = {{SIZE_MAX}};\n"
+               f"const RecordInfo kRecord_{ANY_RECORD} = {{\"Any\", {ANY_BYTES}, kStrings_{ANY_RECORD}, 0}};\n")
     entries = []
     for d in decls:
         kinds = [arg_kind(d, a, records) for a in d["args"]]

@@ -37,6 +37,12 @@ bool holds_own_value(VARTYPE vt) {
 
 } // namespace
 
+VARIANT empty_variant() noexcept {
+    VARIANT result;
+    VariantInit(&result);
+    return result;
+}
+
 VARIANT long_variant(int32_t value) noexcept {
     VARIANT result;
     VariantInit(&result);
@@ -141,6 +147,114 @@ std::optional<std::basic_string<OLECHAR>> variant_wide(const VARIANT *value) {
     if (text == nullptr)
         return std::basic_string<OLECHAR>();
     return std::basic_string<OLECHAR>(text, SysStringLen(text));
+}
+
+} // namespace brindle::frame
+
+namespace brindle::frame {
+
+namespace {
+
+VARTYPE element_vartype(ElementKind kind) noexcept {
+    switch (kind) {
+    case ElementKind::Currency:
+        return VT_CY;
+    case ElementKind::Double:
+        return VT_R8;
+    case ElementKind::Single:
+        return VT_R4;
+    case ElementKind::Long:
+        return VT_I4;
+    case ElementKind::Integer:
+        return VT_I2;
+    case ElementKind::Byte:
+        return VT_UI1;
+    case ElementKind::Text:
+        break;
+    }
+    return VT_BSTR;
+}
+
+// The bytes of a number inside a VARIANT of its own type.
+void *number_bytes(VARIANT &v, ElementKind kind) noexcept {
+    switch (kind) {
+    case ElementKind::Currency:
+        return &V_CY(&v);
+    case ElementKind::Double:
+        return &V_R8(&v);
+    case ElementKind::Single:
+        return &V_R4(&v);
+    case ElementKind::Long:
+        return &V_I4(&v);
+    case ElementKind::Integer:
+        return &V_I2(&v);
+    case ElementKind::Byte:
+        return &V_UI1(&v);
+    case ElementKind::Text:
+        break;
+    }
+    return nullptr;
+}
+
+} // namespace
+
+size_t number_size(ElementKind kind) noexcept {
+    switch (kind) {
+    case ElementKind::Currency:
+    case ElementKind::Double:
+        return 8;
+    case ElementKind::Single:
+    case ElementKind::Long:
+        return 4;
+    case ElementKind::Integer:
+        return 2;
+    case ElementKind::Byte:
+        return 1;
+    case ElementKind::Text:
+        break;
+    }
+    return 0;
+}
+
+VARIANT element_variant(ElementKind kind, const uint8_t *bytes, size_t size) noexcept {
+    VARIANT result;
+    VariantInit(&result);
+    if (kind == ElementKind::Text) {
+        const void *zero = std::memchr(bytes, 0, size);
+        const size_t length = zero ? static_cast<size_t>(static_cast<const uint8_t *>(zero) - bytes) : size;
+        BSTR text = platform::ansi_to_wide(reinterpret_cast<const char *>(bytes), length);
+        if (text == nullptr)
+            return result;
+        V_VT(&result) = VT_BSTR;
+        V_BSTR(&result) = text;
+        return result;
+    }
+    if (size < number_size(kind))
+        return result;
+    V_VT(&result) = element_vartype(kind);
+    std::memcpy(number_bytes(result, kind), bytes, number_size(kind));
+    return result;
+}
+
+bool element_from_variant(ElementKind kind, const VARIANT *value, uint8_t *out, size_t size) {
+    if (kind == ElementKind::Text) {
+        const std::optional<std::basic_string<OLECHAR>> wide = variant_wide(value);
+        if (!wide)
+            return false;
+        const std::string text = platform::wide_to_ansi(wide->data(), wide->size());
+        const size_t n = text.size() < size ? text.size() : size;
+        std::memcpy(out, text.data(), n);
+        std::memset(out + n, ' ', size - n);
+        return true;
+    }
+    if (size < number_size(kind))
+        return false;
+    CoercedCopy copy(value, element_vartype(kind));
+    if (!copy.ok())
+        return false;
+    VARIANT v = copy.value(); // a number: a plain copy of its bytes is safe
+    std::memcpy(out, number_bytes(v, kind), number_size(kind));
+    return true;
 }
 
 } // namespace brindle::frame

@@ -6,6 +6,7 @@
 
 #include "platform/ole.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -13,6 +14,9 @@
 namespace brindle::frame {
 
 int32_t variant_to_long(const VARIANT *value) noexcept;
+
+// An Empty Variant result.
+VARIANT empty_variant() noexcept;
 
 // A Variant result holding the Long `value` (VT_I4).
 VARIANT long_variant(int32_t value) noexcept;
@@ -38,5 +42,24 @@ std::optional<double> variant_number(const VARIANT *value, VARTYPE vt) noexcept;
 // The value coerced to a string, as the wide text it holds; nothing when the
 // coercion fails.
 std::optional<std::basic_string<OLECHAR>> variant_wide(const VARIANT *value);
+
+// Fixed-size elements of the stores (disk arrays, huge arrays): numbers in
+// their natural little-endian bytes, or 8-bit text of the element's width.
+enum class ElementKind : uint8_t { Currency, Double, Single, Long, Integer, Byte, Text };
+
+// Bytes of a number element of `kind` (Text: 0).
+size_t number_size(ElementKind kind) noexcept;
+
+// A Variant holding the element whose bytes are `bytes` (number_size bytes
+// for a number; the whole element for text): Currency, Double, Single, Long,
+// Integer or Byte, or a String of the text up to its first zero byte with
+// trailing blanks kept. An Empty Variant when no memory is left for the text.
+VARIANT element_variant(ElementKind kind, const uint8_t *bytes, size_t size) noexcept;
+
+// The caller's value converted (VariantChangeType, flags 0) to the element's
+// type and stored into `out` (`size` bytes): a number in its bytes; text cut
+// to the width or padded with blanks. False, with `out` untouched, when the
+// value does not convert.
+bool element_from_variant(ElementKind kind, const VARIANT *value, uint8_t *out, size_t size);
 
 } // namespace brindle::frame

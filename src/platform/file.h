@@ -64,6 +64,11 @@ class File {
     // All `size` bytes or false.
     bool write(const void *buffer, size_t size) noexcept;
     bool seek(int64_t offset) noexcept; // from the start
+    // Positioned transfers: all `size` bytes at `offset` from the start, or
+    // false. One system call where the system has one (pread, pwrite); the
+    // current position is unspecified afterwards.
+    bool read_at(int64_t offset, void *buffer, size_t size) noexcept;
+    bool write_at(int64_t offset, const void *buffer, size_t size) noexcept;
     int64_t tell() const noexcept;      // -1 on error
     int64_t size() const noexcept;      // -1 on error
     bool truncate(int64_t size) noexcept;

@@ -144,6 +144,38 @@ bool File::write(const void *buffer, size_t size) noexcept {
 
 bool File::seek(int64_t offset) noexcept { return fd_ >= 0 && offset >= 0 && ::lseek(fd_, offset, SEEK_SET) == offset; }
 
+bool File::read_at(int64_t offset, void *buffer, size_t size) noexcept {
+    if (fd_ < 0 || offset < 0)
+        return false;
+    auto *p = static_cast<char *>(buffer);
+    size_t done = 0;
+    while (done < size) {
+        const ssize_t got = ::pread(fd_, p + done, size - done, static_cast<off_t>(offset + static_cast<int64_t>(done)));
+        if (got < 0 && errno == EINTR)
+            continue;
+        if (got <= 0)
+            return false;
+        done += static_cast<size_t>(got);
+    }
+    return true;
+}
+
+bool File::write_at(int64_t offset, const void *buffer, size_t size) noexcept {
+    if (fd_ < 0 || offset < 0)
+        return false;
+    const auto *p = static_cast<const char *>(buffer);
+    size_t done = 0;
+    while (done < size) {
+        const ssize_t put = ::pwrite(fd_, p + done, size - done, static_cast<off_t>(offset + static_cast<int64_t>(done)));
+        if (put < 0 && errno == EINTR)
+            continue;
+        if (put <= 0)
+            return false;
+        done += static_cast<size_t>(put);
+    }
+    return true;
+}
+
 int64_t File::tell() const noexcept { return fd_ < 0 ? -1 : ::lseek(fd_, 0, SEEK_CUR); }
 
 int64_t File::size() const noexcept {

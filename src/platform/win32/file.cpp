@@ -125,6 +125,16 @@ bool File::write(const void *buffer, size_t size) noexcept {
 
 bool File::seek(int64_t offset) noexcept { return fd_ >= 0 && offset >= 0 && ::_lseeki64(fd_, offset, SEEK_SET) == offset; }
 
+// The runtime has no positioned transfer: a seek and a read or write, which
+// is what the callers would do themselves.
+bool File::read_at(int64_t offset, void *buffer, size_t size) noexcept {
+    return seek(offset) && read(buffer, size) == static_cast<int64_t>(size);
+}
+
+bool File::write_at(int64_t offset, const void *buffer, size_t size) noexcept {
+    return seek(offset) && write(buffer, size);
+}
+
 int64_t File::tell() const noexcept { return fd_ < 0 ? -1 : ::_telli64(fd_); }
 
 int64_t File::size() const noexcept { return fd_ < 0 ? -1 : ::_filelengthi64(fd_); }
