@@ -63,6 +63,14 @@ class Table {
         return object;
     }
 
+    bool any(HandleKind kind, const std::function<bool(const HandleObject &)> &test) {
+        std::lock_guard<std::mutex> lock(mutex_);
+        for (const Entry &e : entries_)
+            if (e.object && e.kind == kind && test(*e.object))
+                return true;
+        return false;
+    }
+
     int32_t open() {
         std::lock_guard<std::mutex> lock(mutex_);
         return open_;
@@ -116,6 +124,10 @@ int32_t handle_add(HandleKind kind, std::shared_ptr<HandleObject> object) {
 std::shared_ptr<HandleObject> handle_find(HandleKind kind, int32_t number) { return table().find(kind, number); }
 
 std::shared_ptr<HandleObject> handle_remove(HandleKind kind, int32_t number) { return table().remove(kind, number); }
+
+bool handle_any(HandleKind kind, const std::function<bool(const HandleObject &)> &test) {
+    return table().any(kind, test);
+}
 
 int32_t handles_open() noexcept {
     try {

@@ -16,6 +16,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 
 namespace brindle::frame {
@@ -55,6 +56,10 @@ std::shared_ptr<HandleObject> handle_remove(HandleKind kind, int32_t number);
 template <class T> std::shared_ptr<T> handle_get(HandleKind kind, int32_t number) {
     return std::static_pointer_cast<T>(handle_find(kind, number));
 }
+
+// True when `test` holds for an open object of `kind` (the table is locked
+// meanwhile: `test` must not call back into it).
+bool handle_any(HandleKind kind, const std::function<bool(const HandleObject &)> &test);
 
 // How many objects are open (for the tests' leak checks).
 int32_t handles_open() noexcept;

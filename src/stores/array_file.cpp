@@ -21,6 +21,13 @@ int16_t store_file_name(const char *field, std::string &name) {
 }
 
 int16_t remove_old_file(std::string_view name) {
+    if (!platform::file_exists(name))
+        return kStoreOk;
+    const auto holds = [&](const frame::HandleObject &object) {
+        return platform::same_file(static_cast<const ArrayFile &>(object).name, name);
+    };
+    if (frame::handle_any(frame::HandleKind::DiskArray, holds) || frame::handle_any(frame::HandleKind::MultiArray, holds))
+        return kCannotDelete;
     return platform::delete_if_exists(name) ? kStoreOk : kCannotDelete;
 }
 

@@ -31,6 +31,7 @@ struct ArraySlot {
 
 class ArrayFile : public frame::HandleObject {
   public:
+    std::string name; // as the record gave it
     platform::File file;
     std::vector<ArraySlot> slots; // one for a disk array, twenty for a multi-array file
 };
@@ -39,7 +40,10 @@ class ArrayFile : public frame::HandleObject {
 // the name, or kEmptyName / kBadName.
 int16_t store_file_name(const char *field, std::string &name);
 
-// Deletes an existing file of that name; kCannotDelete when it stays.
+// Deletes an existing file of that name; kCannotDelete when it stays. A file
+// that a disk array or multi-array file of this process holds open stays, as
+// Windows keeps a file open without shared deletion: a record created again
+// over its own open file gets 3 on every system.
 int16_t remove_old_file(std::string_view name);
 
 // The work buffer of creating and clearing: kFillBlock bytes of `fill`, or

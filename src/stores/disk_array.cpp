@@ -66,6 +66,7 @@ int16_t disk_array_create(DiskArrayRecord &record) {
         return kCannotOpen;
 
     auto array = std::make_shared<ArrayFile>();
+    array->name = name;
     array->file = platform::File::open(name, platform::OpenMode::CreateReadWrite);
     if (!array->file.is_open())
         return kCannotOpen;
@@ -104,6 +105,7 @@ int16_t disk_array_open(DiskArrayRecord &record) {
     if (!platform::file_exists(name))
         return kNoSuchFile;
     auto array = std::make_shared<ArrayFile>();
+    array->name = name;
     array->file = platform::File::open(name, platform::OpenMode::ReadWrite);
     if (!array->file.is_open())
         return kCannotOpen;

@@ -65,6 +65,7 @@ int16_t multi_array_create(MultiArrayRecord &record) {
     if (const int16_t code = remove_old_file(name); code != kStoreOk)
         return code;
     auto array = std::make_shared<ArrayFile>();
+    array->name = name;
     array->file = platform::File::open(name, platform::OpenMode::CreateReadWrite);
     if (!array->file.is_open())
         return kCannotOpen;
@@ -125,6 +126,7 @@ int16_t multi_array_open(MultiArrayRecord &record) {
     if (!platform::file_exists(name))
         return kNoSuchFile;
     auto array = std::make_shared<ArrayFile>();
+    array->name = name;
     array->file = platform::File::open(name, platform::OpenMode::ReadWrite);
     if (!array->file.is_open())
         return kCannotOpen;

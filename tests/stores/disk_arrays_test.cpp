@@ -382,3 +382,24 @@ TEST_F(DiskArrays, ANameEndsAtItsFirstSpace) {
 }
 
 } // namespace
+
+namespace {
+
+// Windows does not delete a file that is open without shared deletion; the
+// library keeps that rule on every system for the files its arrays hold.
+TEST_F(DiskArrays, CreatingOverAnOpenArraysFileIsRefused) {
+    DiskArray first = make_record("busy.dat", -3, 2, 2, 1);
+    ASSERT_EQ(cDACreate(&first, -1), -1);
+    DiskArray second = make_record("busy.dat", -1, 1, 1, 1);
+    EXPECT_EQ(cDACreate(&second, -1), 3);
+    MultiArray multi{};
+    std::memset(multi.FileName, ' ', sizeof multi.FileName);
+    std::memcpy(multi.FileName, "busy.dat", 8);
+    multi.VarType[0] = -1, multi.Rows[0] = multi.Cols[0] = multi.Sheets[0] = 1;
+    EXPECT_EQ(cMDACreate(&multi, -1), 3);
+    cDAClose(&first, 0);
+    EXPECT_EQ(cDACreate(&second, -1), -1);
+    cDAClose(&second, -1);
+}
+
+} // namespace
