@@ -3,60 +3,17 @@
 // and of a file without its last four bytes (records that carry their own
 // checksum at the end). Every failure answers -1.
 #include "compress/crc32.h"
+#include "compress/crc32_files.h"
 #include "frame/frame.h"
-#include "platform/file.h"
-#include "runtime/text_mode.h"
-
-#include <memory>
-#include <string>
-#include <vector>
 
 using namespace brindle::frame;
-using brindle::compress::crc32_update;
-using brindle::platform::File;
-using brindle::platform::OpenMode;
+using namespace brindle::compress;
 
 namespace {
 
-constexpr size_t kChunk = 32768;
 constexpr int32_t kFailed = -1;
 
 int32_t as_long(uint32_t crc) { return static_cast<int32_t>(crc); }
-
-// The register after `length` bytes of a file from its start, read in
-// chunks; false when the file cannot be opened or a read fails.
-bool crc_of_body(std::string_view name, uint64_t length, uint32_t &reg) {
-    File file = File::open(name, OpenMode::Read);
-    if (!file.is_open())
-        return false;
-    std::vector<unsigned char> buffer(kChunk);
-    while (length > 0) {
-        const size_t want = length < kChunk ? static_cast<size_t>(length) : kChunk;
-        const int64_t got = file.read(buffer.data(), want);
-        if (got < 0)
-            return false;
-        if (got == 0)
-            break; // the file shrank since its size was taken
-        reg = crc32_update(reg, buffer.data(), static_cast<size_t>(got));
-        length -= static_cast<uint64_t>(got);
-    }
-    return true;
-}
-
-// The Ext and Minus4 forms: the file must hold at least 5 bytes; the body
-// is all of it, or all but the last 4 bytes.
-int32_t crc_of_sized_file(BSTR *FileName, uint32_t start, bool minus4) {
-    const std::string_view name = StrArg::by_ref(FileName).text();
-    if (name.empty())
-        return kFailed;
-    const int64_t size = brindle::platform::file_size(name);
-    if (size < 5)
-        return kFailed;
-    uint32_t reg = start;
-    if (!crc_of_body(name, static_cast<uint64_t>(minus4 ? size - 4 : size), reg))
-        return kFailed;
-    return as_long(~reg);
-}
 
 } // namespace
 
@@ -80,49 +37,23 @@ BRINDLE_EXPORT(int32_t) cStringBlockCRC32(int32_t StartValue, BSTR *Txt) {
 // The CRC-32 of a whole file; Mode 1 reads it in text mode (CR LF read as
 // LF, Ctrl-Z ends the data), any other mode in binary. An empty file gives 0.
 BRINDLE_EXPORT(int32_t) cFileCRC32(BSTR *FileName, int16_t Mode) {
-    return guarded<int32_t>(kFailed, [&]() -> int32_t {
-        const std::string_view name = StrArg::by_ref(FileName).text();
-        if (name.empty())
-            return kFailed;
-        File file = File::open(name, OpenMode::Read);
-        if (!file.is_open())
-            return kFailed;
-        std::vector<unsigned char> buffer(kChunk);
-        uint32_t reg = 0xFFFFFFFFu;
-        if (Mode == 1) {
-            auto reader = std::make_unique<brindle::runtime::TextReader>(file);
-            for (;;) {
-                const int64_t got = reader->read(buffer.data(), kChunk);
-                if (got < 0)
-                    return kFailed;
-                if (got == 0)
-                    break;
-                reg = crc32_update(reg, buffer.data(), static_cast<size_t>(got));
-            }
-        } else {
-            for (;;) {
-                const int64_t got = file.read(buffer.data(), kChunk);
-                if (got < 0)
-                    return kFailed;
-                if (got == 0)
-                    break;
-                reg = crc32_update(reg, buffer.data(), static_cast<size_t>(got));
-            }
-        }
-        return as_long(~reg);
-    });
+    return guarded<int32_t>(kFailed, [&] { return file_crc32(StrArg::by_ref(FileName).text(), Mode == 1); });
 }
 
 // The chained CRC-32 of a whole file of at least 5 bytes.
 BRINDLE_EXPORT(int32_t) cFileCRC32Ext(int32_t StartValue, BSTR *FileName) {
-    return guarded<int32_t>(kFailed, [&] { return crc_of_sized_file(FileName, static_cast<uint32_t>(StartValue), false); });
+    return guarded<int32_t>(kFailed, [&] {
+        return sized_file_crc32(StrArg::by_ref(FileName).text(), static_cast<uint32_t>(StartValue), false);
+    });
 }
 
 // The CRC-32 of a file of at least 5 bytes without its last 4 bytes.
 BRINDLE_EXPORT(int32_t) cFileCRC32Minus4(BSTR *FileName) {
-    return guarded<int32_t>(kFailed, [&] { return crc_of_sized_file(FileName, 0xFFFFFFFFu, true); });
+    return guarded<int32_t>(kFailed, [&] { return sized_file_crc32(StrArg::by_ref(FileName).text(), 0xFFFFFFFFu, true); });
 }
 
 BRINDLE_EXPORT(int32_t) cFileCRC32Minus4Ext(int32_t StartValue, BSTR *FileName) {
-    return guarded<int32_t>(kFailed, [&] { return crc_of_sized_file(FileName, static_cast<uint32_t>(StartValue), true); });
+    return guarded<int32_t>(kFailed, [&] {
+        return sized_file_crc32(StrArg::by_ref(FileName).text(), static_cast<uint32_t>(StartValue), true);
+    });
 }
