@@ -43,7 +43,7 @@ BRINDLE_FUZZ_TARGET(path_names) {
     FUZZ_CHECK(normal == cut || normal + "\\" == cut || (cut.size() == 2 && cut[1] == ':' && normal == cut + "\\"));
 
     // The validator.
-    const int16_t code = FilenameValidity(path);
+    const int16_t code = filename_validity(path);
     FUZZ_CHECK(code >= kNameValid && code <= kNameDotAfterSeparator);
     if (code == kNameValid) {
         FUZZ_CHECK(!path.empty() && path.size() <= kMaxValidName);

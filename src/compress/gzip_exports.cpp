@@ -41,7 +41,7 @@ BRINDLE_EXPORT(int32_t) cGZIPFileExpand(BSTR SourceFile, BSTR TargetFile) {
         const std::string target = files::normalise_path(StrArg::by_val(TargetFile).text());
         if (const int32_t bad = check_file_names(source, target))
             return bad;
-        if (files::NamedFileSize(source) == 0)
+        if (files::named_file_size(source) == 0)
             return -8;
         return code_files(
             target, [&] { return GzipFile(source, "rb"); },

@@ -52,20 +52,20 @@ std::string pattern_volume_root(std::string_view pattern) {
     return std::string();
 }
 
-uint64_t ClusterSize(std::string_view root) {
+uint64_t cluster_size(std::string_view root) {
     platform::VolumeSpace v;
     if (!platform::volume_space(root, &v))
         return 0;
     return uint64_t{v.sectors_per_cluster} * v.bytes_per_sector;
 }
 
-uint64_t RoundToClusters(uint64_t size, uint64_t cluster) noexcept {
+uint64_t round_to_clusters(uint64_t size, uint64_t cluster) noexcept {
     if (cluster == 0 || size % cluster == 0)
         return size;
     return (size / cluster + 1) * cluster;
 }
 
-int16_t SlackPercent(double bytes, double on_disk) noexcept {
+int16_t slack_percent(double bytes, double on_disk) noexcept {
     if (on_disk == 0)
         return -1;
     const double percent = std::trunc((on_disk - bytes) / on_disk * 100.0);
@@ -74,7 +74,7 @@ int16_t SlackPercent(double bytes, double on_disk) noexcept {
     return static_cast<int16_t>(percent);
 }
 
-uint64_t SubtractWithoutBorrow(uint64_t total, uint64_t free) noexcept {
+uint64_t subtract_without_borrow(uint64_t total, uint64_t free) noexcept {
     const uint32_t low = static_cast<uint32_t>(total) - static_cast<uint32_t>(free);
     const uint32_t high = static_cast<uint32_t>(total >> 32) - static_cast<uint32_t>(free >> 32);
     return (uint64_t{high} << 32) | low;

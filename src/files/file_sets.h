@@ -31,19 +31,19 @@ std::string volume_root(std::string_view root);
 std::string pattern_volume_root(std::string_view pattern);
 
 // Sectors per cluster times bytes per sector of a volume; 0 when unknown.
-uint64_t ClusterSize(std::string_view root);
+uint64_t cluster_size(std::string_view root);
 
 // A size rounded up to whole clusters (0 stays 0; no cluster size, no
 // rounding).
-uint64_t RoundToClusters(uint64_t size, uint64_t cluster) noexcept;
+uint64_t round_to_clusters(uint64_t size, uint64_t cluster) noexcept;
 
 // (on disk - bytes) / on disk * 100, truncated; -1 when on disk is 0.
-int16_t SlackPercent(double bytes, double on_disk) noexcept;
+int16_t slack_percent(double bytes, double on_disk) noexcept;
 
 // total - free with the two 32-bit halves subtracted separately and no
 // borrow carried from the low half into the high one, as clients of the
 // volume queries have always received it.
-uint64_t SubtractWithoutBorrow(uint64_t total, uint64_t free) noexcept;
+uint64_t subtract_without_borrow(uint64_t total, uint64_t free) noexcept;
 
 // The running count of the bytes an export writes, given back as its Long
 // result. The failure codes of such exports are negative, so a count of

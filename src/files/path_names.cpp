@@ -17,7 +17,7 @@ size_t last_separator(std::string_view name) {
 
 } // namespace
 
-int16_t FilenameValidity(std::string_view name) noexcept {
+int16_t filename_validity(std::string_view name) noexcept {
     const size_t n = name.size();
     if (n == 0 || n > kMaxValidName)
         return kNameInvalid;
@@ -172,7 +172,7 @@ std::string strip_file_name(std::string_view name) {
 }
 
 std::string truncate_path(std::string_view path, int32_t max_length) {
-    if (max_length < 25 || FilenameValidity(path) != kNameValid)
+    if (max_length < 25 || filename_validity(path) != kNameValid)
         return std::string();
     const PathPieces p = split_path(path);
     const size_t fixed = p.drive.size() + p.name.size() + p.ext.size();

@@ -36,7 +36,7 @@ inline constexpr size_t kMaxValidName = 516;
 // A syntax check of a file name; the disk is not touched. One leading "..\"
 // is allowed; forward slashes are refused here although the other path
 // workers accept them as separators.
-int16_t FilenameValidity(std::string_view name) noexcept;
+int16_t filename_validity(std::string_view name) noexcept;
 
 // The normaliser that runs before any system call on a caller's name: at
 // most 2,048 characters are kept; forward slashes become backslashes; a
@@ -85,7 +85,7 @@ std::string truncate_path(std::string_view path, int32_t max_length);
 // The two file helpers the stores and compressors share (Windows names).
 
 // Size of a named file in bytes; -1 when it is missing or a directory.
-inline int64_t NamedFileSize(std::string_view path) { return platform::file_size(path); }
+inline int64_t named_file_size(std::string_view path) { return platform::file_size(path); }
 // Removes a file if it is there; true when the name is free afterwards.
 inline bool delete_if_exists(std::string_view path) { return platform::delete_if_exists(path); }
 

@@ -25,7 +25,7 @@ using brindle::common::equal_no_case;
 BRINDLE_EXPORT(int16_t) cSplitPath(BSTR Path, PathParts *Parts) {
     return guarded(int16_t{kNameInvalid}, [&] {
         const std::string_view path = StrArg::by_val(Path).text();
-        const int16_t code = FilenameValidity(path);
+        const int16_t code = filename_validity(path);
         if (Parts == nullptr)
             return code;
         if (code != kNameValid) {
@@ -115,7 +115,7 @@ BRINDLE_EXPORT(BSTR) cFileDrive(BSTR FileName) {
 }
 
 BRINDLE_EXPORT(int16_t) cIsFilenameValid(BSTR FileName) {
-    return FilenameValidity(StrArg::by_val(FileName).text());
+    return filename_validity(StrArg::by_val(FileName).text());
 }
 
 // Every component that exists must be found under its own name: a wildcard

@@ -3,7 +3,7 @@
 // file, and volume space. Patterns and names arrive by value and are read up
 // to their first zero byte.
 #include "files/file_sets.h"
-#include "files/listing_writer.h"
+#include "files/pattern_listing.h"
 #include "files/path_names.h"
 #include "frame/frame.h"
 #include "platform/directory.h"
@@ -33,44 +33,13 @@ DirectorySearch &subdir_search() {
     return search;
 }
 
-bool is_dir(const platform::DirEntry &e) { return (e.attributes & platform::kAttrDirectory) != 0; }
-
 // The next entry of the kept search whose directory bit is `want_dirs`;
 // empty at the end. A first call starts the search anew.
 BSTR step(DirectorySearch &search, BSTR pattern, int16_t first, bool want_dirs) {
-    bool ok;
-    if (flag16(first)) {
-        search.close();
-        ok = search.first(StrArg::by_val(pattern).text(), EntryDetail::Kind);
-    } else {
-        ok = search.is_open() && search.next();
-    }
-    for (; ok; ok = search.next())
-        if (is_dir(search.entry()) == want_dirs)
-            return new_string(search.entry().name);
-    return empty_string();
+    const std::optional<std::string> name =
+        next_listed_name(search, StrArg::by_val(pattern).text(), flag16(first), want_dirs);
+    return name ? new_string(*name) : empty_string();
 }
-
-// Byte total (32-bit, wrapping as the size fields always did) and the total
-// rounded to clusters of every entry a pattern matches.
-struct Sizes {
-    uint32_t bytes = 0;
-    double on_disk = 0;
-};
-Sizes pattern_sizes(std::string_view pattern, bool on_disk) {
-    Sizes s;
-    const uint64_t cluster = on_disk ? ClusterSize(pattern_volume_root(pattern)) : 0;
-    DirectorySearch search;
-    for (bool ok = search.first(pattern, EntryDetail::Size); ok; ok = search.next()) {
-        const auto size = static_cast<uint32_t>(search.entry().size);
-        s.bytes += size;
-        if (on_disk)
-            s.on_disk += static_cast<double>(RoundToClusters(size, cluster));
-    }
-    return s;
-}
-
-EntryDetail detail_for(int16_t selector) { return selector == 255 ? EntryDetail::Kind : EntryDetail::Full; }
 
 } // namespace
 
@@ -85,32 +54,13 @@ BRINDLE_EXPORT(BSTR) cSubDirectory(BSTR Pattern, int16_t First) {
 
 // Every entry the pattern matches, directories and "." and ".." included.
 BRINDLE_EXPORT(int16_t) cCountFiles(BSTR Pattern) {
-    return guarded(int16_t{0}, [&] {
-        uint16_t count = 0;
-        DirectorySearch search;
-        for (bool ok = search.first(StrArg::by_val(Pattern).text(), EntryDetail::Kind); ok; ok = search.next())
-            ++count;
-        return static_cast<int16_t>(count);
-    });
+    return guarded(int16_t{0}, [&] { return static_cast<int16_t>(count_entries(StrArg::by_val(Pattern).text())); });
 }
 
 // Matching entries that the system reports as directories when asked for
 // the pattern's directory part plus the entry's name.
 BRINDLE_EXPORT(int16_t) cCountDirectories(BSTR Pattern) {
-    return guarded(int16_t{0}, [&] {
-        const std::string_view pattern = StrArg::by_val(Pattern).text();
-        const size_t sep = pattern.rfind('\\');
-        const std::string dir(sep == std::string_view::npos ? std::string_view() : pattern.substr(0, sep + 1));
-        uint16_t count = 0;
-        DirectorySearch search;
-        for (bool ok = search.first(pattern, EntryDetail::Kind); ok; ok = search.next()) {
-            uint32_t attributes = 0;
-            if (platform::get_attributes(dir + search.entry().name, &attributes) == 0 &&
-                (attributes & platform::kAttrDirectory))
-                ++count;
-        }
-        return static_cast<int16_t>(count);
-    });
+    return guarded(int16_t{0}, [&] { return static_cast<int16_t>(count_directories(StrArg::by_val(Pattern).text())); });
 }
 
 BRINDLE_EXPORT(double) cFilesSize(BSTR Pattern) {
@@ -125,12 +75,12 @@ BRINDLE_EXPORT(double) cFilesSizeOnDisk(BSTR Pattern) {
 // cent, -1 when nothing occupies the disk.
 BRINDLE_EXPORT(int16_t) cFilesSlack(BSTR Pattern, double *Size, double *SizeOnDisk) {
     return guarded(int16_t{-1}, [&] {
-        const Sizes s = pattern_sizes(StrArg::by_val(Pattern).text(), true);
+        const PatternSizes s = pattern_sizes(StrArg::by_val(Pattern).text(), true);
         if (Size)
             *Size = s.bytes;
         if (SizeOnDisk)
             *SizeOnDisk = s.on_disk;
-        return SlackPercent(s.bytes, s.on_disk);
+        return slack_percent(s.bytes, s.on_disk);
     });
 }
 
@@ -150,24 +100,30 @@ BRINDLE_EXPORT(int16_t) cFilesInDirToArray(BSTR Pattern, int16_t Selector, SAFEA
         ArrayElements names(Names);
         if (!names.holds_strings())
             return int16_t{-1};
-        DirectorySearch search;
-        if (!search.first(pattern, detail_for(Selector)))
-            return int16_t{-1};
         int64_t index = names.lower();
         int32_t stored = 0;
-        for (bool ok = true; ok; ok = search.next()) {
-            const platform::DirEntry &e = search.entry();
-            if (is_dir(e) || !selector_accepts(Selector, e.attributes))
-                continue;
-            if (index > names.upper())
-                return int16_t{0}; // an empty array: nowhere to store at all
-            if (!names.put_string(static_cast<int32_t>(index), e.name))
-                return static_cast<int16_t>(stored);
+        int16_t full = -2; // set when the listing ends early
+        const bool matched = for_each_accepted_file(pattern, Selector, [&](std::string_view name) {
+            if (index > names.upper()) {
+                full = 0; // an empty array: nowhere to store at all
+                return false;
+            }
+            if (!names.put_string(static_cast<int32_t>(index), name)) {
+                full = static_cast<int16_t>(stored);
+                return false;
+            }
             ++stored;
-            if (index == names.upper())
-                return static_cast<int16_t>(stored - 1);
+            if (index == names.upper()) {
+                full = static_cast<int16_t>(stored - 1);
+                return false;
+            }
             ++index;
-        }
+            return true;
+        });
+        if (!matched)
+            return int16_t{-1};
+        if (full != -2)
+            return full;
         for (; index <= names.upper(); ++index)
             if (!names.put_string(static_cast<int32_t>(index), {}))
                 break;
@@ -177,36 +133,8 @@ BRINDLE_EXPORT(int16_t) cFilesInDirToArray(BSTR Pattern, int16_t Selector, SAFEA
 
 // Accepted names, one per line ending CR LF, into a new output file.
 BRINDLE_EXPORT(int16_t) cFilesInDirOnDisk(BSTR OutputFile, BSTR Pattern, int16_t Selector) {
-    return guarded(int16_t{-1}, [&]() -> int16_t {
-        const std::string_view output = StrArg::by_val(OutputFile).text();
-        if (output.empty())
-            return -1;
-        if (FilenameValidity(output) != kNameValid)
-            return -2;
-        DirectorySearch search;
-        if (!search.first(StrArg::by_val(Pattern).text(), detail_for(Selector)))
-            return -1;
-        if (platform::file_exists(output)) {
-            platform::set_attributes(output, platform::kAttrNormal);
-            if (!platform::delete_if_exists(output))
-                return -3;
-        }
-        platform::File out = platform::File::open(output, platform::OpenMode::Create);
-        if (!out.is_open())
-            return -32750;
-        ListingWriter listing(std::move(out));
-        uint16_t count = 0;
-        for (bool ok = true; ok; ok = search.next()) {
-            const platform::DirEntry &e = search.entry();
-            if (is_dir(e) || !selector_accepts(Selector, e.attributes))
-                continue;
-            ++count;
-            if (!listing.add({}, e.name))
-                return -32740;
-        }
-        if (!listing.finish())
-            return -32740;
-        return static_cast<int16_t>(count);
+    return guarded(int16_t{-1}, [&] {
+        return list_files_to_file(StrArg::by_val(OutputFile).text(), StrArg::by_val(Pattern).text(), Selector);
     });
 }
 
@@ -270,7 +198,7 @@ BRINDLE_EXPORT(CY) cGetDiskSpaceEx(BSTR Root) {
 BRINDLE_EXPORT(CY) cGetDiskUsedEx(BSTR Root) {
     return guarded(as_currency(-1), [&] {
         platform::VolumeSpace v;
-        return as_currency(volume(Root, &v) ? static_cast<int64_t>(SubtractWithoutBorrow(v.total_bytes, v.free_bytes))
+        return as_currency(volume(Root, &v) ? static_cast<int64_t>(subtract_without_borrow(v.total_bytes, v.free_bytes))
                                             : -1);
     });
 }

@@ -17,7 +17,7 @@ int16_t store_file_name(const char *field, std::string &name) {
     name = frame::field_name(field, kNameWidth);
     if (name.empty())
         return kEmptyName;
-    return files::FilenameValidity(name) == files::kNameValid ? kStoreOk : kBadName;
+    return files::filename_validity(name) == files::kNameValid ? kStoreOk : kBadName;
 }
 
 int16_t remove_old_file(std::string_view name) {

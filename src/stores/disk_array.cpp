@@ -151,7 +151,7 @@ int32_t disk_array_close(DiskArrayRecord &record, bool remove) {
     if (code == kEmptyName)
         return 0;
     if (code != kStoreOk)
-        return files::FilenameValidity(name);
+        return files::filename_validity(name);
     return platform::delete_file(name) ? 0 : -1;
 }
 

@@ -185,7 +185,7 @@ int32_t multi_array_close(MultiArrayRecord &record, bool remove) {
     if (code == kEmptyName)
         return 0;
     if (code != kStoreOk)
-        return files::FilenameValidity(name);
+        return files::filename_validity(name);
     return platform::delete_file(name) ? 0 : -1;
 }
 

@@ -37,21 +37,21 @@ TEST(FileSets, AttributeTestsAndSelectors) {
 }
 
 TEST(FileSets, ClustersSlackAndBorrowFreeSubtraction) {
-    EXPECT_EQ(RoundToClusters(1, 4096), 4096u);
-    EXPECT_EQ(RoundToClusters(0, 4096), 0u);
-    EXPECT_EQ(RoundToClusters(8192, 4096), 8192u);
-    EXPECT_EQ(RoundToClusters(8193, 4096), 12288u);
-    EXPECT_EQ(RoundToClusters(5, 0), 5u);
+    EXPECT_EQ(round_to_clusters(1, 4096), 4096u);
+    EXPECT_EQ(round_to_clusters(0, 4096), 0u);
+    EXPECT_EQ(round_to_clusters(8192, 4096), 8192u);
+    EXPECT_EQ(round_to_clusters(8193, 4096), 12288u);
+    EXPECT_EQ(round_to_clusters(5, 0), 5u);
 
-    EXPECT_EQ(SlackPercent(0, 0), -1);
-    EXPECT_EQ(SlackPercent(1, 4096), 99);
-    EXPECT_EQ(SlackPercent(4096, 4096), 0);
-    EXPECT_EQ(SlackPercent(3000, 4096), 26) << "26.75 truncated";
+    EXPECT_EQ(slack_percent(0, 0), -1);
+    EXPECT_EQ(slack_percent(1, 4096), 99);
+    EXPECT_EQ(slack_percent(4096, 4096), 0);
+    EXPECT_EQ(slack_percent(3000, 4096), 26) << "26.75 truncated";
 
-    EXPECT_EQ(SubtractWithoutBorrow(0x500000000ULL, 0x100000000ULL), 0x400000000ULL);
+    EXPECT_EQ(subtract_without_borrow(0x500000000ULL, 0x100000000ULL), 0x400000000ULL);
     // The low half wraps on its own; the high half keeps its difference.
-    EXPECT_EQ(SubtractWithoutBorrow(0x200000010ULL, 0x100000020ULL), 0x1FFFFFFF0ULL);
-    EXPECT_EQ(SubtractWithoutBorrow(0x10ULL, 0x20ULL), 0xFFFFFFF0ULL);
+    EXPECT_EQ(subtract_without_borrow(0x200000010ULL, 0x100000020ULL), 0x1FFFFFFF0ULL);
+    EXPECT_EQ(subtract_without_borrow(0x10ULL, 0x20ULL), 0xFFFFFFF0ULL);
 
     EXPECT_EQ(volume_root(""), "");
     EXPECT_EQ(volume_root("c"), "c:\\");

@@ -8,7 +8,7 @@
 
 using namespace brindle::files;
 
-TEST(FilenameValidity, CodesForEachRule) {
+TEST(filename_validity, CodesForEachRule) {
     const struct {
         std::string name;
         int16_t code;
@@ -42,11 +42,11 @@ TEST(FilenameValidity, CodesForEachRule) {
         {"x\\" + std::string(257, 'a') + ".t", kNameBaseTooLong},
     };
     for (const auto &row : rows)
-        EXPECT_EQ(FilenameValidity(row.name), row.code) << row.name.substr(0, 40) << " (" << row.name.size() << ")";
+        EXPECT_EQ(filename_validity(row.name), row.code) << row.name.substr(0, 40) << " (" << row.name.size() << ")";
     // Characters the system refuses in a name, a zero byte among them.
     using namespace std::string_view_literals;
     for (std::string_view bad : {"a/b"sv, "a\"b"sv, "a\tb"sv, "a*"sv, "a?"sv, "a<b"sv, "a>b"sv, "a|b"sv, "a\0b"sv})
-        EXPECT_EQ(FilenameValidity(bad), kNameInvalid) << bad;
+        EXPECT_EQ(filename_validity(bad), kNameInvalid) << bad;
 }
 
 TEST(normalise_path, RootsKeepTheirBackslash) {
