@@ -11,62 +11,32 @@
 // nothing is changed): an unchecked slot must never write, or read, beyond
 // the string.
 #include "datetime/dt_engine.h"
+#include "datetime/slot_map.h"
 #include "frame/frame.h"
 
-#include <cstring>
+#include <span>
+#include <string>
 
 using namespace brindle::frame;
 
 namespace {
 
-constexpr size_t kYearRangeBytes = 46;
-constexpr size_t kDayRangeBytes = 180;
+using namespace brindle::datetime;
 
-// A range string long enough for its kind, or nothing.
-char *range_bytes(BSTR *range, size_t needed) {
+// The caller's string as the bytes of a map (a null string has none).
+std::span<unsigned char> map_of(BSTR *range) {
     const StrArg arg = StrArg::by_ref(range);
-    return arg.size() < needed ? nullptr : arg.writable();
+    return {reinterpret_cast<unsigned char *>(arg.writable()), arg.writable() ? arg.size() : 0};
 }
 
-int16_t fill(BSTR *range, size_t bytes, unsigned char value) {
-    char *data = range_bytes(range, bytes);
-    if (data == nullptr)
-        return vb_bool(false);
-    std::memset(data, value, bytes); // a longer string keeps its tail
-    return vb_bool(true);
-}
+int16_t fill(BSTR *range, size_t bytes, unsigned char value) { return vb_bool(slot_map_fill(map_of(range), bytes, value)); }
 
-// The slot lies within the caller's string.
-bool inside(const StrArg &arg, int32_t slot) { return slot >= 0 && static_cast<size_t>(slot) / 8 < arg.size(); }
-
-// Sets or clears from..to inclusive; to = 0 means the single slot from.
 int16_t mark(BSTR *range, size_t bytes, int16_t from, int16_t to, bool set) {
-    const StrArg arg = StrArg::by_ref(range);
-    if (arg.size() < bytes)
-        return vb_bool(false);
-    const int32_t first = from;
-    const int32_t last = to == 0 ? from : to;
-    if (to != 0 && from > to)
-        return vb_bool(false);
-    if (!inside(arg, first) || !inside(arg, last))
-        return vb_bool(false);
-    auto *data = reinterpret_cast<unsigned char *>(arg.writable());
-    for (int32_t slot = first; slot <= last; ++slot) {
-        const auto bit = static_cast<unsigned char>(1u << (slot % 8));
-        if (set)
-            data[slot / 8] |= bit;
-        else
-            data[slot / 8] &= static_cast<unsigned char>(~bit);
-    }
-    return vb_bool(true);
+    return vb_bool(slot_map_mark(map_of(range), bytes, from, to, set));
 }
 
 int16_t filled(BSTR *range, size_t bytes, int16_t slot) {
-    const StrArg arg = StrArg::by_ref(range);
-    if (arg.size() < bytes || !inside(arg, slot))
-        return vb_bool(false);
-    const auto byte = static_cast<unsigned char>(arg.data()[slot / 8]);
-    return vb_bool(((byte >> (slot % 8)) & 1u) != 0);
+    return vb_bool(slot_map_filled(map_of(range), bytes, slot).value_or(false));
 }
 
 } // namespace
