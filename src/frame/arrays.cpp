@@ -274,4 +274,59 @@ bool redim_last(SAFEARRAY **ref, size_t count) noexcept {
     return SafeArrayGetLBound(array, dims, &bound.lLbound) == S_OK && SafeArrayRedim(array, &bound) == S_OK;
 }
 
+WholeArray::WholeArray(SAFEARRAY **ref) noexcept {
+    SAFEARRAY *array = ref == nullptr ? nullptr : *ref;
+    if (array == nullptr)
+        return;
+    const UINT dims = SafeArrayGetDim(array);
+    if (dims < 1)
+        return;
+    size_t count = 1;
+    for (UINT d = 1; d <= dims; ++d) {
+        LONG lower = 0, upper = -1;
+        if (!bounds_of(array, d, &lower, &upper))
+            return;
+        if (__builtin_mul_overflow(count, bound_count(lower, upper), &count))
+            return;
+    }
+    element_size_ = SafeArrayGetElemsize(array);
+    size_t total = 0;
+    if (__builtin_mul_overflow(count, element_size_, &total))
+        return;
+    references_ = owns_references(array);
+    strings_ = holds_bstrs(array);
+    void *data = nullptr;
+    if (SafeArrayAccessData(array, &data) != S_OK)
+        return;
+    array_ = array; // locked from here: the destructor unlocks
+    data_ = data;
+    elements_ = data_ == nullptr ? 0 : count;
+}
+
+WholeArray::~WholeArray() {
+    if (array_ != nullptr)
+        (void)SafeArrayUnaccessData(array_);
+}
+
+std::optional<std::string_view> WholeArray::string_at(size_t i) const noexcept {
+    if (!strings_ || i >= elements_)
+        return std::nullopt;
+    const BSTR s = static_cast<const BSTR *>(data_)[i];
+    if (s == nullptr)
+        return std::string_view();
+    return std::string_view(reinterpret_cast<const char *>(s), SysStringByteLen(s));
+}
+
+bool WholeArray::set_string(size_t i, std::string_view bytes) noexcept {
+    if (!strings_ || i >= elements_ || bytes.size() > UINT32_MAX)
+        return false;
+    const BSTR fresh = SysAllocStringByteLen(bytes.data(), static_cast<UINT>(bytes.size()));
+    if (fresh == nullptr)
+        return false;
+    BSTR &slot = static_cast<BSTR *>(data_)[i];
+    SysFreeString(slot);
+    slot = fresh;
+    return true;
+}
+
 } // namespace brindle::frame

@@ -154,6 +154,44 @@ class ArrayBlock {
     bool references_ = false;
 };
 
+// The whole data block of an array of any number of dimensions, locked for
+// the life of the object and released on every path: its elements in memory
+// order (dimension 1 varying fastest). For a String() array the elements
+// are string handles, which only string_at and set_string touch.
+class WholeArray {
+  public:
+    explicit WholeArray(SAFEARRAY **ref) noexcept;
+    ~WholeArray();
+    WholeArray(const WholeArray &) = delete;
+    WholeArray &operator=(const WholeArray &) = delete;
+
+    // False for a missing descriptor, bounds the system will not give, an
+    // element count that does not fit in memory, or a lock that failed.
+    bool ok() const noexcept { return array_ != nullptr; }
+    size_t elements() const noexcept { return elements_; }
+    size_t element_size() const noexcept { return element_size_; }
+    size_t bytes() const noexcept { return elements_ * element_size_; }
+    void *data() const noexcept { return data_; }
+    bool holds_references() const noexcept { return references_; }
+    bool holds_strings() const noexcept { return strings_; }
+
+    // Element `i` (memory order) of a String() array as its bytes (a null
+    // string is empty); nothing outside the array or for another array.
+    std::optional<std::string_view> string_at(size_t i) const noexcept;
+    // Replaces element `i` of a String() array with a copy of `bytes`, freeing
+    // the old one; false outside the array, for another array, or without
+    // memory.
+    bool set_string(size_t i, std::string_view bytes) noexcept;
+
+  private:
+    SAFEARRAY *array_ = nullptr;
+    void *data_ = nullptr;
+    size_t elements_ = 0;
+    size_t element_size_ = 0;
+    bool references_ = false;
+    bool strings_ = false;
+};
+
 // One element of a string array (VB hands a Declare its String arrays as
 // arrays of byte strings), by a full index vector listing dimension 1 first.
 // Nothing for a null element, an index outside the bounds, a vector whose

@@ -69,12 +69,14 @@ TEST_F(MultiArrays, UsedSlotsFollowTheHeaderInSlotOrder) {
     ASSERT_EQ(V_VT(v.ptr()), VT_BSTR);
     EXPECT_EQ(SysStringLen(V_BSTR(v.ptr())), 20u);
     for (int32_t number : {0, 2, 21, -1}) {
+        VariantClear(v.ptr());
         *v.ptr() = cMDAGet(number, &again, 1, 1, 1);
         EXPECT_EQ(V_VT(v.ptr()), VT_EMPTY) << number;
     }
     EXPECT_EQ(cMDAClear(21, &again), 21);
     EXPECT_EQ(cMDAClearRow(0, &again, 1, 1), 21);
     EXPECT_EQ(cMDAClear(4, &again), -1);
+    VariantClear(v.ptr());
     *v.ptr() = cMDAsGet(4, &again, 5, 2);
     EXPECT_EQ(SysStringLen(V_BSTR(v.ptr())), 20u); // blank again
     EXPECT_EQ(cMDAClose(&again, -1), 0);

@@ -79,6 +79,14 @@ struct SafeValues {
 };
 const SafeValues kSafeValues[] = {
     {"cSleep", "Milliseconds", {"3", "0", "1", "-1", "-2147483648"}, "sleeps as long as it is asked to"},
+    // The record helpers trust the caller's length by contract; the sweep's
+    // records (and "As Any" buffers) are at least 65,536 bytes long.
+    {"cTypesCompare", "Length", {"3", "0", "1", "-1", "65536", "-2147483648"}, "trusts the record's length"},
+    {"cTypesCopy", "Length", {"3", "0", "1", "-1", "65536", "-2147483648"}, "trusts the record's length"},
+    {"cTypeTransfert", "Length", {"3", "0", "1", "-1", "65536", "-2147483648"}, "trusts the record's length"},
+    {"cTypeClear", "Length", {"3", "0", "1", "-1", "65536", "-2147483648"}, "trusts the record's length"},
+    {"cTypeMid", "Start", {"3", "0", "1", "-1", "-2147483648"}, "trusts the record's length"},
+    {"cTypeMid", "Length", {"3", "0", "1", "-1", "-2147483648"}, "trusts the record's length"},
 };
 
 // Families that name files: their exports run with a fresh copy of the
@@ -88,6 +96,7 @@ const SafeValues kSafeValues[] = {
 const char *const kFileFamilies[] = {
     "files_paths.bas", "files_search.bas", "compress_bytepair.bas", "compress_crc32.bas",
     "compress_gzip.bas", "compress_lzari.bas", "convert_btoa.bas", "arrays_dedup.bas",
+    "stores_huge_strings.bas", "stores_disk_images.bas",
 };
 const char *const kFileArgWords[] = {"File", "Path", "Pattern", "Root", "Mask", "Prefix",
                                      "Source", "Target", "Drive", "Directory", "Ext"};
