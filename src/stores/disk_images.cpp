@@ -145,10 +145,6 @@ BRINDLE_EXPORT(int16_t) cGetID(SAFEARRAY **IDs, int32_t N) {
 BRINDLE_EXPORT(int32_t) cClearID(SAFEARRAY **IDs) {
     return guarded(int32_t{-1}, [&] {
         WholeArray a(IDs);
-        const std::span<int16_t> ids = ids_of(a);
-        if (ids.empty())
-            return int32_t{-1};
-        std::fill(ids.begin(), ids.end(), int16_t{0});
-        return int32_t{0};
+        return clear_ids(ids_of(a));
     });
 }

@@ -38,6 +38,14 @@ int32_t pop_last_id(std::span<int16_t> ids) noexcept {
     return -1;
 }
 
+int32_t clear_ids(std::span<int16_t> ids) noexcept {
+    if (ids.empty())
+        return -1;
+    for (int16_t &slot : ids)
+        slot = 0;
+    return 0;
+}
+
 int16_t id_at(std::span<const int16_t> ids, int32_t n) noexcept {
     if (n < 0 || static_cast<size_t>(n) >= ids.size())
         return 0;

@@ -19,6 +19,9 @@ int32_t pop_id(std::span<int16_t> ids, int16_t id) noexcept;
 // Frees the last used slot, scanning down from the end.
 int32_t pop_last_id(std::span<int16_t> ids) noexcept;
 
+// Frees every slot; -1 for an empty array.
+int32_t clear_ids(std::span<int16_t> ids) noexcept;
+
 // Element n from the start; 0 when n is negative or past the end.
 int16_t id_at(std::span<const int16_t> ids, int32_t n) noexcept;
 
