@@ -1,7 +1,6 @@
 // The bit engines against plain transcriptions of their definitions: a bit
 // string expanded into one bool per bit, and the second numbering done the
 // way it was first written, through binary text.
-#include "arrays/binary_text.h"
 #include "arrays/bit_string.h"
 #include "arrays/number_bits.h"
 
@@ -23,14 +22,6 @@ std::vector<bool> expand(const std::string &s) {
         for (int k = 7; k >= 0; --k)
             bits.push_back(((c >> k) & 1) != 0);
     return bits;
-}
-
-std::string pack(const std::vector<bool> &bits) {
-    std::string s(bits.size() / 8, '\0');
-    for (size_t i = 0; i < bits.size(); ++i)
-        if (bits[i])
-            s[i / 8] = static_cast<char>(s[i / 8] | (128 >> (i % 8)));
-    return s;
 }
 
 // Runs of equal bytes make long stretches without the bit sought.
@@ -94,7 +85,7 @@ TEST(BitStringEngine, FindAndPalindromeAgreeWithTheExpandedBits) {
         EXPECT_EQ(is_bit_palindrome(s), !s.empty() && reversed == bits) << round;
         std::string r = s;
         reverse_bits(data(r), r.size());
-        EXPECT_EQ(r, pack(reversed)) << round;
+        EXPECT_EQ(expand(r), reversed) << round;
         // A string followed by its own reversal always reads the same both ways.
         EXPECT_EQ(is_bit_palindrome(s + r), !s.empty()) << round;
     }
@@ -127,35 +118,4 @@ TEST(NumberBitsEngine, SecondSchemeMatchesItsTextDefinition) {
             for (bool on : {true, false})
                 EXPECT_EQ(second_scheme_set(v, n, on), text_set(v, n, on)) << v << " " << n;
         }
-}
-
-TEST(BinaryTextEngine, WritingAndReadingUndoEachOther) {
-    std::mt19937 rng(7);
-    for (int round = 0; round < 200; ++round) {
-        const std::string s = random_bits(rng, 30);
-        std::string text(8 * s.size(), '?');
-        write_binary(s, 'x', 'o', text.data());
-        std::string back(s.size(), '?');
-        read_binary(text + "xxxxxxx", 'x', data(back));
-        EXPECT_EQ(back, s);
-        for (size_t i = 0; i < text.size(); ++i)
-            ASSERT_EQ(text[i] == 'x', expand(s)[i]);
-    }
-}
-
-TEST(BinaryTextEngine, NumbersWithAndWithoutLeadingZeros) {
-    // The trimmed text has exactly bit_width(v) digits (1 for 0), and reads
-    // back as the number.
-    const uint32_t values[] = {0, 1, 2, 3, 255, 256, 65535, 0x80000000u, 0xFFFFFFFFu, 0x0F0F0F0Fu};
-    for (uint32_t v : values) {
-        const std::string t = number_binary_trimmed(v);
-        size_t width = 1;
-        while (width < 32 && (v >> width) != 0)
-            ++width;
-        EXPECT_EQ(t.size(), width) << v;
-        EXPECT_EQ(binary_number(t, 32), v);
-        EXPECT_EQ(number_binary(v, 32, '1', '0', false), std::string(32 - t.size(), '0') + t);
-    }
-    EXPECT_EQ(binary_number(std::string(40, '0'), 40), 0u);
-    EXPECT_EQ(binary_number("1" + std::string(32, '0'), 40), 0u); // 2^32 wraps to 0
 }
