@@ -1,14 +1,21 @@
 #include "arrays/binary_text.h"
 
 #include <algorithm>
+#include <array>
+#include <cstring>
 
 namespace brindle::arrays {
 
 void write_binary(std::string_view bytes, char one, char zero, char *out) {
+    // The 8 characters of every byte value, made once per call: then each
+    // byte is one copy.
+    std::array<std::array<char, 8>, 256> digits;
+    for (unsigned v = 0; v < 256; ++v)
+        for (unsigned k = 0; k < 8; ++k)
+            digits[v][k] = (v & (128u >> k)) != 0 ? one : zero;
     for (const char c : bytes) {
-        const auto b = static_cast<unsigned char>(c);
-        for (unsigned mask = 128; mask != 0; mask >>= 1)
-            *out++ = (b & mask) != 0 ? one : zero;
+        std::memcpy(out, digits[static_cast<unsigned char>(c)].data(), 8);
+        out += 8;
     }
 }
 
