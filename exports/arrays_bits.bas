@@ -179,9 +179,10 @@ Declare Function cGetBitD (ByVal Number As Double, ByVal Index As Integer) As Lo
 '   result is taken modulo 32, as if the Byte were four bytes wide.
 ' Value: any value other than 0 sets the bit; 0 clears it.
 ' Returns: -1.
-' Note: an Index that lands on bits 8 to 31 (8 to 31, 40 to 63, ...) changes nothing:
-'   those bits would lie in the bytes after the Byte, which are not the caller's, and
-'   nothing is written there. Bits 32 to 39 are bits 0 to 7 again.
+' Note: an Index whose remainder (its absolute value modulo 32) is 8 or more changes
+'   nothing: such a bit would lie in the three bytes after the Byte, which are not the
+'   caller's, and nothing is written there. So 8 to 31 and 40 to 63 change nothing,
+'   while 32 to 39 are bits 0 to 7 again.
 Declare Function cSetBitB (Number As Byte, ByVal Index As Integer, ByVal Value As Integer) As Integer
 ' Tells whether a bit of a Byte is set, numbering the bits the ordinary way.
 ' Bit 0 is the least significant (&H1) and bit 7 the most significant (&H80).
