@@ -28,8 +28,6 @@ double complex_modulus(ComplexValue z) noexcept {
     // either way.
     if (s >= DBL_MIN && s <= DBL_MAX)
         return std::sqrt(s);
-    if (s == 0.0)
-        return 0.0;
     return std::hypot(z.re, z.im);
 }
 

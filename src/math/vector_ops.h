@@ -70,8 +70,6 @@ template <size_t D> double vec_length(const Vec<D> &v) noexcept {
     const double s = vec_dot(v, v);
     if (s >= DBL_MIN && s <= DBL_MAX)
         return std::sqrt(s);
-    if (s == 0.0)
-        return 0.0;
     if constexpr (D == 2)
         return std::hypot(v[0], v[1]);
     else
