@@ -19,13 +19,13 @@ Complex *as_record(Cpx *c) { return reinterpret_cast<Complex *>(c); }
 
 // Each operation writes into the record it is given first and returns its
 // address.
-Cpx binary(intptr_t (*op)(Complex *, Complex *, Complex *), Cpx a, Cpx b) {
+Cpx binary(intptr_t(BRINDLE_CALL *op)(Complex *, Complex *, Complex *), Cpx a, Cpx b) {
     Cpx r{-99, -99};
     EXPECT_EQ(op(as_record(&r), as_record(&a), as_record(&b)), reinterpret_cast<intptr_t>(&r));
     return r;
 }
 
-Cpx unary(intptr_t (*op)(Complex *, Complex *), Cpx z) {
+Cpx unary(intptr_t(BRINDLE_CALL *op)(Complex *, Complex *), Cpx z) {
     Cpx r{-99, -99};
     EXPECT_EQ(op(as_record(&r), as_record(&z)), reinterpret_cast<intptr_t>(&r));
     return r;

@@ -182,9 +182,9 @@ TEST(MatrixInverse, FailuresLeaveTheResultUnchanged) {
     EXPECT_EQ(cMatrixInv(1, good.ref(), result.ref()), 0);
     EXPECT_EQ(cMatrixInv(-3, good.ref(), result.ref()), 0);
     EXPECT_EQ(cMatrixInv(4, good.ref(), result.ref()), 0); // 16 elements wanted, 9 given
-    Matrix small(2);
-    EXPECT_EQ(cMatrixInv(3, good.ref(), small.ref()), 0); // the result too small
-    EXPECT_EQ(small.values(), std::vector<double>(4, 0.0));
+    Matrix too_small(2);
+    EXPECT_EQ(cMatrixInv(3, good.ref(), too_small.ref()), 0); // the result too small
+    EXPECT_EQ(too_small.values(), std::vector<double>(4, 0.0));
     EXPECT_EQ(result.values(), sevens);
     // The inverse may replace the matrix itself.
     ASSERT_EQ(cMatrixInv(3, good.ref(), good.ref()), -1);
@@ -302,11 +302,11 @@ TEST(MatrixFamily, SymmetricToeplitz) {
     Matrix t(3, -1.0);
     ASSERT_EQ(cMatrixSymToeplitz(3, v.ref(), t.ref()), -1);
     EXPECT_EQ(t.values(), Matrix(3, {{4, 1, 0.5}, {1, 4, 1}, {0.5, 1, 4}}).values());
-    Matrix small(2, -1.0);
+    Matrix too_small(2, -1.0);
     EXPECT_EQ(cMatrixSymToeplitz(4, v.ref(), t.ref()), 0); // V holds 3 values, 4 wanted
-    EXPECT_EQ(cMatrixSymToeplitz(3, v.ref(), small.ref()), 0);
+    EXPECT_EQ(cMatrixSymToeplitz(3, v.ref(), too_small.ref()), 0);
     EXPECT_EQ(cMatrixSymToeplitz(1, v.ref(), t.ref()), 0);
-    EXPECT_EQ(small.values(), std::vector<double>(4, -1.0));
+    EXPECT_EQ(too_small.values(), std::vector<double>(4, -1.0));
     // V may be the result array: its first values are taken first.
     SafeArray both(VT_R8, 0, 4);
     both.data<double>()[0] = 2, both.data<double>()[1] = 3;

@@ -34,7 +34,7 @@ TEST(PlaneVectors, ArithmeticAndTheQuarterTurn) {
     // own test checks Z).
     V2 a{1.5, -2}, b{4, 0.5}, r{};
     struct Row {
-        intptr_t (*op)(PlaneVector *, PlaneVector *, PlaneVector *);
+        intptr_t(BRINDLE_CALL *op)(PlaneVector *, PlaneVector *, PlaneVector *);
         V2 want;
         const char *name;
     } const rows[] = {{cV2Add, {5.5, -1.5}, "add"}, {cV2Sub, {-2.5, -2.5}, "sub"}, {cV2Mul, {6, -1}, "mul"}};
@@ -181,8 +181,8 @@ TEST(WeightAverage, InverseDistanceWeightingOfThreeValues) {
     V3 e1{0, 0, 7}, e2{1, 0, 7}, e3{0, 1, 7};
     V2 anywhere{-3.25, 11};
     EXPECT_NEAR(c3DWeightAverage(rec(&e1), rec(&e2), rec(&e3), rec(&anywhere), rec(&r)), 7, 1e-14);
-    V2 far{1e12, 1e12};
-    EXPECT_NEAR(c3DWeightAverage(rec(&p1), rec(&p2), rec(&p3), rec(&far), rec(&r)), 20, 1e-9);
+    V2 distant{1e12, 1e12};
+    EXPECT_NEAR(c3DWeightAverage(rec(&p1), rec(&p2), rec(&p3), rec(&distant), rec(&r)), 20, 1e-9);
     // A query a hair from P1 (the smallest Double): P1's weight is huge but
     // finite relative to the others, so the estimate is P1's value.
     V2 hair{4.9406564584124654e-324, 0};
