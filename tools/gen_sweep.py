@@ -39,7 +39,7 @@ ARRAY_KINDS = {
 }
 RESULT_KINDS = {
     "Integer": "Number", "Long": "Number", "Single": "Number", "Double": "Number",
-    "Byte": "Number", "Boolean": "Number", "Currency": "Number", "Date": "Number",
+    "Byte": "Number", "Boolean": "Number", "Currency": "Number", "Date": "Number", "LongPtr": "Number",
     "String": "String", "Variant": "Variant",
 }
 FIELD = re.compile(r"^(\w+)\s*(?:\(\s*(?:(-?\d+)\s+To\s+)?(-?\d+)\s*\))?\s+As\s+(\w+)(?:\s*\*\s*(\d+))?$",
