@@ -3,7 +3,7 @@
  * library, look each export up by its plain name, build the arguments with the
  * OLE helpers (the library's own on Linux, oleaut32's on Windows), call, print
  * what went in and came back. One stop per subsystem: a string, a date, a
- * sort, a checksum, a compression round trip, a path.
+ * sort, a checksum, a compression round trip, a path, a huge string.
  *
  *   brindle_demo [path-to-library]
  *
@@ -61,6 +61,11 @@ static struct {
     BSTR(CALL *compress)(BSTR *);                                 /* cStringCompress(Txt) */
     BSTR(CALL *expand)(BSTR *);                                   /* cStringExpand(Txt) */
     BSTR(CALL *truncate_path)(BSTR, int32_t);                     /* cTruncatePath(ByVal ...) */
+    int32_t(CALL *huge_create)(int32_t);                          /* cHugeStrCreate(ByVal n) */
+    int16_t(CALL *huge_append)(int32_t, BSTR *);                  /* cHugeStrAppend(ByVal h, Txt) */
+    int32_t(CALL *huge_length)(int32_t);                          /* cHugeStrLength(ByVal h) */
+    BSTR(CALL *huge_mid)(int32_t, int32_t, int32_t);              /* cHugeStrMid(ByVal h, ...) */
+    int32_t(CALL *huge_free)(int32_t);                            /* cHugeStrFree(ByVal h) */
 } fn;
 
 static void *library;
@@ -118,7 +123,10 @@ static int load(const char *path) {
           need(&fn.spell_number, "cSpellNumber") & need(&fn.format_date, "cDT_FormatDate") &
           need(&fn.add_days, "cDT_AddDays") & need(&fn.sort_long, "cSortL") & need(&fn.mean_long, "cMeanL") &
           need(&fn.crc32, "cStringCRC32") & need(&fn.compress, "cStringCompress") &
-          need(&fn.expand, "cStringExpand") & need(&fn.truncate_path, "cTruncatePath");
+          need(&fn.expand, "cStringExpand") & need(&fn.truncate_path, "cTruncatePath") &
+          need(&fn.huge_create, "cHugeStrCreate") & need(&fn.huge_append, "cHugeStrAppend") &
+          need(&fn.huge_length, "cHugeStrLength") & need(&fn.huge_mid, "cHugeStrMid") &
+          need(&fn.huge_free, "cHugeStrFree");
     return ok;
 }
 
@@ -212,6 +220,24 @@ static void paths_stop(void) {
     ole.free_string(path);
 }
 
+static void stores_stop(void) {
+    printf("\nStores\n");
+    int32_t h = fn.huge_create(1000000);
+    printf("  %-46s -> handle %d\n", "cHugeStrCreate(1000000)", h);
+    BSTR line = make("line of a long report\r\n");
+    int appended = 0;
+    while (appended < 1000 && fn.huge_append(h, &line) == -1)
+        ++appended;
+    printf("  %-46s -> %d bytes\n", "1000 x cHugeStrAppend(h, 23 bytes); Length", fn.huge_length(h));
+    check(fn.huge_length(h) == 23 * 1000, "a thousand lines of 23 bytes make 23000");
+    BSTR piece = fn.huge_mid(h, 23 * 500 + 1, 4);
+    check(ole.byte_len(piece) == 4 && memcmp(piece, "line", 4) == 0, "line 501 starts with \"line\"");
+    show("cHugeStrMid(h, 11501, 4)", piece);
+    printf("  %-46s -> %d\n", "cHugeStrFree(h)", fn.huge_free(h));
+    check(fn.huge_free(h) == 0, "a freed handle names nothing");
+    ole.free_string(line);
+}
+
 int main(int argc, char **argv) {
     const char *path = argc > 1 ? argv[1] : "./" BRINDLE_LIBRARY_FILE;
     if (!load(path))
@@ -222,6 +248,7 @@ int main(int argc, char **argv) {
     arrays_stop();
     checksum_and_compression_stop();
     paths_stop();
+    stores_stop();
     printf("\n%s\n", wrong ? "Some answers were WRONG." : "Every checked answer was right.");
     return wrong;
 }
