@@ -304,7 +304,9 @@ Declare Function cRootN (ByVal X As Double, ByVal N As Integer) As Double
 ' Writes a number as a fraction.
 ' The fraction is the first convergent of the continued fraction of Value whose
 ' quotient, in Double arithmetic, is Value itself: 0.75 gives 3 / 4 and 1 / 3
-' gives 1 / 3. When no convergent gets there, the exact binary fraction is used.
+' gives 1 / 3. When no convergent gets there, the exact binary fraction is used;
+' below about 1E-292, where its denominator would pass the largest Double, the
+' value itself over 1.
 ' Value: the number.
 ' Numerator: receives the numerator, with the sign of Value.
 ' Denominator: receives the denominator, from 1.

@@ -8,24 +8,21 @@ namespace {
 
 constexpr int kMaxTerms = 64; // a double's expansion has far fewer terms
 
-// The exact binary fraction of a finite a > 0 whose denominator is at most
-// 2^1023; false for smaller values.
-bool binary_fraction(double a, Fraction &out) {
+// The exact binary fraction of a finite a > 0, reduced; a / 1 when its
+// denominator would pass 2^1023 (values below about 2^-970 with many bits).
+Fraction binary_fraction(double a) {
     int e = 0;
     double m = std::ldexp(std::frexp(a, &e), 53); // a = m * 2^(e - 53), m an integer
     int k = 53 - e;                               // a = m / 2^k
-    if (k <= 0) {
-        out = {a, 1.0};
-        return true;
-    }
+    if (k <= 0)
+        return {a, 1.0};
     while (k > 0 && std::fmod(m, 2.0) == 0.0) {
         m /= 2.0;
         --k;
     }
     if (k > 1023)
-        return false;
-    out = {m, std::ldexp(1.0, k)};
-    return true;
+        return {a, 1.0};
+    return {m, std::ldexp(1.0, k)};
 }
 
 } // namespace
@@ -56,7 +53,7 @@ Fraction fraction_of(double value) noexcept {
         hit = p1 / q1 == a;
     }
     if (!hit)
-        binary_fraction(a, found);
+        found = binary_fraction(a);
     if (std::signbit(value))
         found.numerator = -found.numerator;
     return found;

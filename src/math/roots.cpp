@@ -14,8 +14,6 @@ double nth_root(double x, int n) noexcept {
         return 0.0;
     if (n == 2)
         return std::sqrt(x);
-    if (n == 3)
-        return std::cbrt(x);
     const double a = std::fabs(x);
     double r = std::pow(a, 1.0 / n);
     if (std::isfinite(r) && r > 0.0) {
