@@ -3,7 +3,6 @@
 #include "math/bessel_tables.h"
 
 #include <cmath>
-#include <cstdlib>
 #include <limits>
 
 namespace brindle::math {
