@@ -57,4 +57,15 @@ class StrArg {
     size_t size_;
 };
 
+// Exchanges the strings two by-reference arguments hold: the handles trade
+// places, no byte is copied and nothing is allocated or freed. A null
+// reference leaves both alone.
+inline void swap_string_refs(BSTR *a, BSTR *b) noexcept {
+    if (a == nullptr || b == nullptr)
+        return;
+    BSTR held = *a;
+    *a = *b;
+    *b = held;
+}
+
 } // namespace brindle::frame
