@@ -4,6 +4,11 @@
 
 #include <cstring>
 
+#if (defined(__x86_64__) || defined(__i386__)) && (defined(__GNUC__) || defined(__clang__))
+#define BRINDLE_AES_NI 1
+#include <immintrin.h>
+#endif
+
 namespace brindle::crypto {
 
 namespace {
@@ -121,9 +126,55 @@ inline uint32_t sub_word(uint32_t w) {
     return static_cast<uint32_t>(sub_bytes8(w));
 }
 
+#ifdef BRINDLE_AES_NI
+
+bool cpu_has_aes() {
+    __builtin_cpu_init();
+    return __builtin_cpu_supports("aes") && __builtin_cpu_supports("sse2");
+}
+
+__attribute__((target("aes,sse2"))) void hw_inverse_keys(const uint8_t enc[15][16], uint8_t dec[15][16]) {
+    // The equivalent inverse cipher: the round keys in reverse order, the
+    // middle ones through InvMixColumns.
+    std::memcpy(dec[0], enc[14], 16);
+    for (int i = 1; i < 14; ++i) {
+        const __m128i k = _mm_loadu_si128(reinterpret_cast<const __m128i*>(enc[14 - i]));
+        _mm_storeu_si128(reinterpret_cast<__m128i*>(dec[i]), _mm_aesimc_si128(k));
+    }
+    std::memcpy(dec[14], enc[0], 16);
+}
+
+__attribute__((target("aes,sse2"))) void hw_encrypt(const uint8_t rk[15][16], const uint8_t* in, uint8_t* out) {
+    auto key = [&](int i) { return _mm_loadu_si128(reinterpret_cast<const __m128i*>(rk[i])); };
+    __m128i s = _mm_xor_si128(_mm_loadu_si128(reinterpret_cast<const __m128i*>(in)), key(0));
+    for (int i = 1; i < 14; ++i) s = _mm_aesenc_si128(s, key(i));
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(out), _mm_aesenclast_si128(s, key(14)));
+}
+
+__attribute__((target("aes,sse2"))) void hw_decrypt(const uint8_t rk[15][16], const uint8_t* in, uint8_t* out) {
+    auto key = [&](int i) { return _mm_loadu_si128(reinterpret_cast<const __m128i*>(rk[i])); };
+    __m128i s = _mm_xor_si128(_mm_loadu_si128(reinterpret_cast<const __m128i*>(in)), key(0));
+    for (int i = 1; i < 14; ++i) s = _mm_aesdec_si128(s, key(i));
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(out), _mm_aesdeclast_si128(s, key(14)));
+}
+
+#else
+
+bool cpu_has_aes() { return false; }
+
+#endif
+
+// Looked up once; the answer does not change while the process runs.
+bool hardware_available() {
+    static const bool has = cpu_has_aes();
+    return has;
+}
+
 } // namespace
 
-RijndaelKey::RijndaelKey(std::span<const uint8_t, 32> key) noexcept {
+bool rijndael_uses_hardware() noexcept { return hardware_available(); }
+
+RijndaelKey::RijndaelKey(std::span<const uint8_t, 32> key, RijndaelPath path) noexcept {
     // Words are kept as four bytes in a uint32_t, byte 0 lowest, so that
     // RotWord is a rotation right by 8 bits.
     uint32_t w[60];
@@ -144,11 +195,28 @@ RijndaelKey::RijndaelKey(std::span<const uint8_t, 32> key) noexcept {
     for (int i = 0; i < 60; ++i)
         for (int j = 0; j < 4; ++j) round_key_[i / 4][4 * (i % 4) + j] = static_cast<uint8_t>(w[i] >> (8 * j));
     secure_wipe(w, sizeof w);
+    hardware_ = path == RijndaelPath::best && hardware_available();
+#ifdef BRINDLE_AES_NI
+    if (hardware_) {
+        hw_inverse_keys(round_key_, inverse_key_);
+        return;
+    }
+#endif
+    std::memset(inverse_key_, 0, sizeof inverse_key_);
 }
 
-RijndaelKey::~RijndaelKey() { secure_wipe(round_key_, sizeof round_key_); }
+RijndaelKey::~RijndaelKey() {
+    secure_wipe(round_key_, sizeof round_key_);
+    secure_wipe(inverse_key_, sizeof inverse_key_);
+}
 
 void RijndaelKey::encrypt(std::span<const uint8_t, 16> in, std::span<uint8_t, 16> out) const noexcept {
+#ifdef BRINDLE_AES_NI
+    if (hardware_) {
+        hw_encrypt(round_key_, in.data(), out.data());
+        return;
+    }
+#endif
     uint8_t s[16];
     std::memcpy(s, in.data(), 16);
     add_round_key(s, round_key_[0]);
@@ -166,6 +234,12 @@ void RijndaelKey::encrypt(std::span<const uint8_t, 16> in, std::span<uint8_t, 16
 }
 
 void RijndaelKey::decrypt(std::span<const uint8_t, 16> in, std::span<uint8_t, 16> out) const noexcept {
+#ifdef BRINDLE_AES_NI
+    if (hardware_) {
+        hw_decrypt(inverse_key_, in.data(), out.data());
+        return;
+    }
+#endif
     uint8_t s[16];
     std::memcpy(s, in.data(), 16);
     add_round_key(s, round_key_[14]);

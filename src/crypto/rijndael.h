@@ -3,7 +3,9 @@
 // column 0 of the state). No table is indexed by a key or data byte: the
 // S-box is computed (inversion in GF(2^8) by a fixed chain of
 // multiplications, eight bytes at a time in 64-bit words), so the time and
-// the memory accesses do not depend on the secret bytes.
+// the memory accesses do not depend on the secret bytes. On x86 processors
+// with the AES instructions, chosen at run time, those do the rounds
+// instead, with the same results.
 #pragma once
 
 #include <cstdint>
@@ -11,10 +13,15 @@
 
 namespace brindle::crypto {
 
+// Which implementation a key runs on: the best this processor has, or the
+// portable one everywhere (both give the same results).
+enum class RijndaelPath { best, portable };
+
 // The expanded key (15 round keys) of one 256-bit key. Wiped when destroyed.
 class RijndaelKey {
 public:
-    explicit RijndaelKey(std::span<const uint8_t, 32> key) noexcept;
+    explicit RijndaelKey(std::span<const uint8_t, 32> key,
+                         RijndaelPath path = RijndaelPath::best) noexcept;
     ~RijndaelKey();
     RijndaelKey(const RijndaelKey&) = delete;
     RijndaelKey& operator=(const RijndaelKey&) = delete;
@@ -25,6 +32,11 @@ public:
 
 private:
     uint8_t round_key_[15][16];
+    uint8_t inverse_key_[15][16]; // for the AES instructions' decryption (InvMixColumns applied)
+    bool hardware_;               // the processor has the AES instructions
 };
+
+// Whether this processor runs RijndaelKey on its AES instructions.
+bool rijndael_uses_hardware() noexcept;
 
 } // namespace brindle::crypto

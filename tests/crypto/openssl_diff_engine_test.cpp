@@ -9,6 +9,8 @@
 #include <openssl/evp.h>
 
 #include <array>
+#include <fstream>
+#include <string>
 #include <memory>
 #include <random>
 #include <vector>
@@ -45,17 +47,34 @@ TEST(CipherDifferential, RijndaelMatchesOpenSslAes256Ecb) {
         for (auto& b : key) b = static_cast<uint8_t>(rng());
         std::vector<uint8_t> data(16 * (1 + rng() % 8));
         for (auto& b : data) b = static_cast<uint8_t>(rng());
-        const RijndaelKey k(key);
-        std::vector<uint8_t> ours(data.size()), back(data.size());
-        for (std::size_t i = 0; i < data.size(); i += 16) {
-            k.encrypt(std::span<const uint8_t, 16>(data.data() + i, 16),
-                      std::span<uint8_t, 16>(ours.data() + i, 16));
-            k.decrypt(std::span<const uint8_t, 16>(data.data() + i, 16),
-                      std::span<uint8_t, 16>(back.data() + i, 16));
+        const auto expect_enc = openssl_aes256_ecb(key, data, true);
+        const auto expect_dec = openssl_aes256_ecb(key, data, false);
+        for (const auto path : {RijndaelPath::portable, RijndaelPath::best}) {
+            const RijndaelKey k(key, path);
+            std::vector<uint8_t> ours(data.size()), back(data.size());
+            for (std::size_t i = 0; i < data.size(); i += 16) {
+                k.encrypt(std::span<const uint8_t, 16>(data.data() + i, 16),
+                          std::span<uint8_t, 16>(ours.data() + i, 16));
+                k.decrypt(std::span<const uint8_t, 16>(data.data() + i, 16),
+                          std::span<uint8_t, 16>(back.data() + i, 16));
+            }
+            ASSERT_EQ(ours, expect_enc) << "trial " << trial << (path == RijndaelPath::best ? " best" : " portable");
+            ASSERT_EQ(back, expect_dec) << "trial " << trial << (path == RijndaelPath::best ? " best" : " portable");
         }
-        ASSERT_EQ(ours, openssl_aes256_ecb(key, data, true)) << "trial " << trial;
-        ASSERT_EQ(back, openssl_aes256_ecb(key, data, false)) << "trial " << trial;
     }
+}
+
+TEST(CipherDifferential, HardwarePathIsTakenWhereAvailable) {
+    // The kernel's view of the processor: the "aes" flag in /proc/cpuinfo.
+    std::ifstream cpuinfo("/proc/cpuinfo");
+    std::string word;
+    bool flag = false;
+    while (cpuinfo >> word && !flag) flag = word == "aes";
+#if defined(__x86_64__) || defined(__i386__)
+    EXPECT_EQ(rijndael_uses_hardware(), flag);
+#else
+    EXPECT_FALSE(rijndael_uses_hardware());
+#endif
 }
 
 TEST(CipherDifferential, Md5MatchesOpenSsl) {
