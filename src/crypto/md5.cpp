@@ -31,22 +31,18 @@ void compress(uint32_t state[4], const uint8_t* block) {
     uint32_t x[16];
     for (int i = 0; i < 16; ++i) x[i] = load_le32(block + 4 * i);
     uint32_t a = state[0], b = state[1], c = state[2], d = state[3];
-    for (int i = 0; i < 64; ++i) {
-        const int round = i / 16;
-        uint32_t f;
-        int g;
-        switch (round) {
-        case 0: f = (b & c) | (~b & d); g = i; break;
-        case 1: f = (b & d) | (c & ~d); g = (5 * i + 1) % 16; break;
-        case 2: f = b ^ c ^ d; g = (3 * i + 5) % 16; break;
-        default: f = c ^ (b | ~d); g = (7 * i) % 16; break;
-        }
+    // One step: a rotated sum becomes the new b, the words move one place.
+    auto step = [&](uint32_t f, int i, int g, int shift) {
         const uint32_t t = d;
         d = c;
         c = b;
-        b = b + rotl(a + f + kT[i] + x[g], kShift[round][i % 4]);
+        b = b + rotl(a + f + kT[i] + x[g], shift);
         a = t;
-    }
+    };
+    for (int i = 0; i < 16; ++i) step((b & c) | (~b & d), i, i, kShift[0][i % 4]);
+    for (int i = 16; i < 32; ++i) step((b & d) | (c & ~d), i, (5 * i + 1) % 16, kShift[1][i % 4]);
+    for (int i = 32; i < 48; ++i) step(b ^ c ^ d, i, (3 * i + 5) % 16, kShift[2][i % 4]);
+    for (int i = 48; i < 64; ++i) step(c ^ (b | ~d), i, (7 * i) % 16, kShift[3][i % 4]);
     state[0] += a;
     state[1] += b;
     state[2] += c;
