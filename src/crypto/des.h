@@ -1,0 +1,29 @@
+// Single DES (FIPS 46-3): 64-bit block, 64-bit key of which 56 bits are
+// used (the low bit of each key byte is parity and is ignored). Bit 1 of
+// the standard is the high bit of byte 0. The S-box lookups index tables
+// by data bytes; DES is kept for existing files, not for new secrets.
+#pragma once
+
+#include <cstdint>
+#include <span>
+
+namespace brindle::crypto {
+
+// The sixteen round keys of one DES key. Wiped when destroyed.
+class DesKey {
+public:
+    explicit DesKey(std::span<const uint8_t, 8> key) noexcept;
+    ~DesKey();
+    DesKey(const DesKey&) = delete;
+    DesKey& operator=(const DesKey&) = delete;
+
+    // One block each way; in and out may be the same bytes.
+    void encrypt(std::span<const uint8_t, 8> in, std::span<uint8_t, 8> out) const noexcept;
+    void decrypt(std::span<const uint8_t, 8> in, std::span<uint8_t, 8> out) const noexcept;
+
+private:
+    void crypt(const uint8_t* in, uint8_t* out, bool decrypting) const noexcept;
+    uint64_t round_key_[16]; // 48-bit round keys, K1 first, right-aligned
+};
+
+} // namespace brindle::crypto

@@ -1,0 +1,42 @@
+// Rijndael with a 128-bit block and a 256-bit key (14 rounds), as in
+// FIPS 197. Bytes go in and out in the standard's order (byte 0 is row 0,
+// column 0 of the state). No table is indexed by a key or data byte: the
+// S-box is computed (inversion in GF(2^8) by a fixed chain of
+// multiplications, eight bytes at a time in 64-bit words), so the time and
+// the memory accesses do not depend on the secret bytes. On x86 processors
+// with the AES instructions, chosen at run time, those do the rounds
+// instead, with the same results.
+#pragma once
+
+#include <cstdint>
+#include <span>
+
+namespace brindle::crypto {
+
+// Which implementation a key runs on: the best this processor has, or the
+// portable one everywhere (both give the same results).
+enum class RijndaelPath { best, portable };
+
+// The expanded key (15 round keys) of one 256-bit key. Wiped when destroyed.
+class RijndaelKey {
+public:
+    explicit RijndaelKey(std::span<const uint8_t, 32> key,
+                         RijndaelPath path = RijndaelPath::best) noexcept;
+    ~RijndaelKey();
+    RijndaelKey(const RijndaelKey&) = delete;
+    RijndaelKey& operator=(const RijndaelKey&) = delete;
+
+    // One block each way; in and out may be the same bytes.
+    void encrypt(std::span<const uint8_t, 16> in, std::span<uint8_t, 16> out) const noexcept;
+    void decrypt(std::span<const uint8_t, 16> in, std::span<uint8_t, 16> out) const noexcept;
+
+private:
+    uint8_t round_key_[15][16];
+    uint8_t inverse_key_[15][16]; // for the AES instructions' decryption (InvMixColumns applied)
+    bool hardware_;               // the processor has the AES instructions
+};
+
+// Whether this processor runs RijndaelKey on its AES instructions.
+bool rijndael_uses_hardware() noexcept;
+
+} // namespace brindle::crypto
