@@ -6,7 +6,7 @@
 // on a write deletes the section, all three missing flush the file).
 //
 // On Windows these are the system's own calls; on POSIX the library's
-// reader and writer in platform/posix/profile_text.h, which follow them.
+// reader and writer in platform/profile_text.h, which follow them.
 #pragma once
 
 #include <cstdint>

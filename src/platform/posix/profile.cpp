@@ -4,7 +4,7 @@
 // builds the new text in a temporary file beside the old one and renames it
 // over it, under a lock on the directory, so that a crash leaves the old or
 // the new file and two writers never lose each other's values.
-#include "platform/posix/profile_text.h"
+#include "platform/profile_text.h"
 #include "platform/file.h"
 #include "platform/profile.h"
 

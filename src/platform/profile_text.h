@@ -1,5 +1,6 @@
 // The text of a profile file: parsing, the reads the system's profile calls
-// give, and the edits of its writes.
+// give, and the edits of its writes. The POSIX side of platform/profile.h
+// stands on it; it is plain code, built everywhere.
 //
 // A line ends at a line feed (a carriage return before it, like spaces, tabs
 // and Ctrl-Z, is trimmed from both ends of every line); the last line may

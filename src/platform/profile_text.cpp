@@ -1,4 +1,4 @@
-#include "platform/posix/profile_text.h"
+#include "platform/profile_text.h"
 
 #include "common/ascii.h"
 
