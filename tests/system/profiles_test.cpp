@@ -259,3 +259,76 @@ TEST_F(Profiles, DirectoriesAndBareNames) {
         setenv("XDG_CONFIG_HOME", saved.c_str(), 1);
 #endif
 }
+
+#ifndef _WIN32
+#include <signal.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace {
+
+// The file as it must be after k has been set to `value`: the original
+// with its one line "k=..." replaced.
+std::string version_with(const std::string &head, const std::string &tail, const std::string &value) {
+    return head + "k=" + value + "\r\n" + tail;
+}
+
+} // namespace
+
+TEST_F(Profiles, AKilledWriterLeavesTheOldOrTheNewFile) {
+    // Many lines make each rewrite take long enough to be cut in the middle.
+    std::string head = "[s]\r\n", tail;
+    for (int i = 0; i < 4000; ++i)
+        tail += "filler" + std::to_string(i) + "=" + std::string(40, 'x') + "\r\n";
+    write_file("t.ini", version_with(head, tail, "start"));
+    for (int round = 0; round < 40; ++round) {
+        const pid_t child = fork();
+        ASSERT_GE(child, 0);
+        if (child == 0) {
+            for (int i = 0;; ++i)
+                put_ini("s", "k", "v" + std::to_string(i));
+        }
+        usleep(static_cast<useconds_t>(500 + round * 700));
+        kill(child, SIGKILL);
+        int status = 0;
+        waitpid(child, &status, 0);
+        const std::string now = read_file("t.ini");
+        // Whatever value it holds, the rest of the file is intact.
+        const size_t at = now.find("k=");
+        ASSERT_NE(at, std::string::npos) << "round " << round;
+        const size_t end = now.find("\r\n", at);
+        ASSERT_NE(end, std::string::npos) << "round " << round;
+        const std::string value = now.substr(at + 2, end - at - 2);
+        EXPECT_EQ(now, version_with(head, tail, value)) << "round " << round;
+        EXPECT_EQ(get_ini("s", "filler3999", "d"), std::string(40, 'x')) << "round " << round;
+    }
+}
+
+TEST_F(Profiles, TwoWritersKeepBothValues) {
+    write_file("t.ini", "[s]\r\n");
+    pid_t children[2];
+    for (int w = 0; w < 2; ++w) {
+        children[w] = fork();
+        ASSERT_GE(children[w], 0);
+        if (children[w] == 0) {
+            const std::string key = "w" + std::to_string(w);
+            int bad = 0;
+            // A lost update shows as the writer's own last value gone.
+            for (int i = 0; i < 150; ++i) {
+                if (i > 0)
+                    bad += get_ini("s", key, "lost") != std::to_string(i - 1);
+                bad += put_ini("s", key, std::to_string(i)) == 0;
+            }
+            _exit(bad == 0 ? 0 : 1);
+        }
+    }
+    for (const pid_t child : children) {
+        int status = -1;
+        waitpid(child, &status, 0);
+        EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0);
+    }
+    EXPECT_EQ(get_ini("s", "w0", "lost"), "149");
+    EXPECT_EQ(get_ini("s", "w1", "lost"), "149");
+    EXPECT_EQ(items("s").second, 2);
+}
+#endif
