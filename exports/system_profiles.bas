@@ -3,10 +3,11 @@
 '
 ' On Windows these go through the system's own profile calls. On Linux the library reads
 ' and writes the files itself with the same rules: lines end in CR LF or LF (the last may
-' have no line end); spaces around names and values do not count; section and key names
-' are compared without regard to case (ASCII letters); a value written in quotes ("..."
-' or '...') is read without them; lines starting with a semicolon are comments; where a
-' section or a key comes twice, the first one is used. A file is rewritten whole into a
+' have no line end); spaces around names and values, and inside the brackets of a
+' section's name, do not count; section and key names are compared without regard to
+' case (ASCII letters); a value written in quotes ("..." or '...') is read without
+' them; lines starting with a semicolon are comments; where a section or a key comes
+' twice, the first one is used. A file is rewritten whole into a
 ' temporary file beside it that then replaces it, so a crash leaves the old or the new
 ' file, never a damaged one, and lines the call does not change keep their bytes.
 ' A file name without any backslash or slash names a file in the Windows directory.
@@ -18,8 +19,7 @@
 ' FileName: the profile file; a bare name (no backslash or slash) is looked for in the
 '   Windows directory.
 ' Returns: the value, without the quotes around it; DefaultValue when the section, the key or
-'   the file is missing; "" when Key is "". A value longer than 2,047 characters is cut
-'   there.
+'   the file is missing, or Key is "". A value longer than 2,047 characters is cut there.
 ' Example:
 '   Debug.Print cGetIni("Window", "Width", "640", "C:\App\app.ini")
 Declare Function cGetIni (ByVal Section As String, ByVal Key As String, ByVal DefaultValue As String, ByVal FileName As String) As String

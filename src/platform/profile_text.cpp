@@ -61,7 +61,7 @@ void ProfileText::parse() {
             const size_t close = content.rfind(']');
             if (close != std::string_view::npos) {
                 line.kind = Line::Kind::Section;
-                line.name = content.substr(1, close - 1);
+                line.name = trim(content.substr(1, close - 1));
                 lines_.push_back(line);
                 continue;
             }

@@ -5,7 +5,8 @@
 // A line ends at a line feed (a carriage return before it, like spaces, tabs
 // and Ctrl-Z, is trimmed from both ends of every line); the last line may
 // have no line end. A line whose trimmed text starts with "[" and holds a
-// "]" opens a section named by the text between the "[" and the last "]".
+// "]" opens a section named by the text between the "[" and the last "]",
+// trimmed.
 // Any other non-blank line is an entry: the name before its first "=" and
 // the value after it, each trimmed where it meets the "="; a line without
 // "=" is an entry with a name and no value. Lines before the first section,

@@ -94,7 +94,7 @@ TEST_F(Profiles, ValuesReadByTheFileRules) {
         {"[a]\r\nx=1\r\n", "b", "x", "d", "d", "missing section"},
         {"[a]\r\nx=1\r\n", "a", "y", "dflt   ", "dflt", "trailing spaces of the default go"},
         {"[a]\r\nx=1\r\n", "a", "y", "\"q\"", "q", "a quoted default loses its quotes"},
-        {"[a]\r\nx=1\r\n", "a", "", "d", "", "an empty key gives nothing"},
+        {"[a]\r\nx=1\r\n", "a", "", "d", "d", "an empty key gives the default"},
         {"[a]\r\nx=1\r\n", "", "x", "d", "d", "an empty section gives the default"},
         {"\xEF\xBB\xBF[a]\r\nx=1\r\n", "a", "x", "d", "1", "a UTF-8 byte-order mark"},
     };
@@ -143,7 +143,7 @@ TEST_F(Profiles, SectionItemsAndSectionLists) {
         {"x=1\r\n", "", 0, "no section"},
         {"[a]\r\n[A]\r\n", "a\rA", 1, "a repeated section listed twice"},
         {"[]\r\n[b]\r\n", "b", 0, "an empty name is no section"},
-        {"[ s p ]\r\n", " s p ", 0, "spaces inside the brackets stay"},
+        {"[ s p ]\r\n", "s p", 0, "spaces inside the brackets go"},
     };
     for (const ListRow &r : lists) {
         const auto got = sections(fresh(r.file));

@@ -285,10 +285,8 @@ uint32_t profile_read(const char *section, const char *key, const char *fallback
     if (section == nullptr)
         return profile::copy_section_list(text.section_names(), buffer, size);
     if (key != nullptr) {
-        buffer[0] = '\0';
-        if (key[0] == '\0')
-            return 0;
-        const profile::Line *line = text.find(section, key);
+        // An empty key names no entry: the default.
+        const profile::Line *line = key[0] == '\0' ? nullptr : text.find(section, key);
         return profile::copy_value(line != nullptr && line->has_value ? line->value : fallback_text, buffer, size);
     }
     if (section[0] == '\0') {
