@@ -96,7 +96,7 @@ const SafeValues kSafeValues[] = {
 const char *const kFileFamilies[] = {
     "files_paths.bas", "files_search.bas", "compress_bytepair.bas", "compress_crc32.bas",
     "compress_gzip.bas", "compress_lzari.bas", "convert_btoa.bas", "arrays_dedup.bas",
-    "stores_huge_strings.bas", "stores_disk_images.bas",
+    "stores_huge_strings.bas", "stores_disk_images.bas", "system_profiles.bas",
 };
 const char *const kFileArgWords[] = {"File", "Path", "Pattern", "Root", "Mask", "Prefix",
                                      "Source", "Target", "Drive", "Directory", "Ext"};
@@ -1105,6 +1105,9 @@ TEST_P(Sweep, HostileArguments) {
         [&](size_t i) {
             if (chdir(dirs[slot_of_next].c_str()) != 0)
                 _exit(6);
+            // Bare profile-file names live in the configuration directory:
+            // keep them in the scratch folder too.
+            setenv("XDG_CONFIG_HOME", dirs[slot_of_next].c_str(), 1);
             child_main(e, calls[i]);
         },
         [&](size_t i) { return calls[i].big ? big_limit : limit; },
