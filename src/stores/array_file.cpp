@@ -84,11 +84,32 @@ bool signature_matches(const char *signature) noexcept {
 
 namespace brindle::stores {
 
-namespace {
-
 int32_t milliseconds_since(uint32_t start) noexcept { return static_cast<int32_t>(platform::tick_count() - start); }
 
-} // namespace
+int16_t clear_whole_slot(ArrayFile &array, const ArraySlot &slot, uint8_t fill) {
+    std::vector<uint8_t> block;
+    int16_t code = make_fill_block(fill, block);
+    if (code == kStoreOk)
+        code = fill_run(array.file, slot.data_start, slot.shape.total_bytes(), block);
+    return code;
+}
+
+int16_t abandon_file(frame::HandleKind kind, ArrayFile &array, int32_t handle, std::string_view name, int16_t code) {
+    frame::handle_remove(kind, handle);
+    array.file.close();
+    platform::delete_file(name);
+    return code;
+}
+
+int32_t delete_named_file(const char *field) {
+    std::string name;
+    const int16_t code = store_file_name(field, name);
+    if (code == kEmptyName)
+        return 0;
+    if (code != kStoreOk)
+        return files::filename_validity(name);
+    return platform::delete_file(name) ? 0 : -1;
+}
 
 StoredElement file_element_get(ArrayFile &array, const ArraySlot &slot, int32_t row, int32_t col, int32_t sheet,
                                AccessReport report) {

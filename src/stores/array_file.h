@@ -65,6 +65,21 @@ enum class ClearScope { Sheet, Row, Column };
 int16_t clear_slot(ArrayFile &array, const ArraySlot &slot, ClearScope scope, int32_t index, int32_t sheet,
                    uint8_t fill);
 
+// Fills a slot's whole data area with `fill` (codes of fill_run).
+int16_t clear_whole_slot(ArrayFile &array, const ArraySlot &slot, uint8_t fill);
+
+// Takes a file whose creation failed half way out of the table (`handle`
+// 0: never registered), closes it and deletes it; gives `code`.
+int16_t abandon_file(frame::HandleKind kind, ArrayFile &array, int32_t handle, std::string_view name, int16_t code);
+
+// The end of closing with deletion: the file the record's FileName names is
+// deleted: 0 when it is (or the name is empty), -1 when not, or the syntax
+// check's code for a bad name.
+int32_t delete_named_file(const char *field);
+
+// Milliseconds since a tick-count reading, for the records' Elapsed field.
+int32_t milliseconds_since(uint32_t start) noexcept;
+
 // The case-free comparison of a header's 7-character signature.
 bool signature_matches(const char *signature) noexcept;
 

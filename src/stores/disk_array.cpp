@@ -2,7 +2,6 @@
 
 #include "platform/clock.h"
 #include "stores/element_type.h"
-#include "files/path_names.h"
 #include "stores/store_codes.h"
 
 #include <climits>
@@ -14,8 +13,6 @@ namespace brindle::stores {
 namespace {
 
 using frame::HandleKind;
-
-int32_t since(uint32_t start) noexcept { return static_cast<int32_t>(platform::tick_count() - start); }
 
 // The open file of a record, or null.
 std::shared_ptr<ArrayFile> open_file(const DiskArrayRecord &record) {
@@ -30,14 +27,6 @@ int16_t dimension_code(int32_t rows, int32_t cols, int32_t sheets) noexcept {
     if (cols < 1)
         return kBadCols;
     return sheets < 1 ? kBadSheets : kStoreOk;
-}
-
-// Closes and deletes a file whose creation failed half way.
-int16_t abandon(const std::shared_ptr<ArrayFile> &array, int32_t handle, const std::string &name, int16_t code) {
-    frame::handle_remove(HandleKind::DiskArray, handle);
-    array->file.close();
-    platform::delete_file(name);
-    return code;
 }
 
 } // namespace
@@ -75,11 +64,8 @@ int16_t disk_array_create(DiskArrayRecord &record) {
     if (const int16_t code = make_fill_block(fill_byte(record.VarType, record.NoSpaces), block); code != kStoreOk)
         return code;
     const int32_t handle = frame::handle_add(HandleKind::DiskArray, array);
-    if (handle == 0) {
-        array->file.close();
-        platform::delete_file(name);
-        return kCannotOpen;
-    }
+    if (handle == 0)
+        return abandon_file(HandleKind::DiskArray, *array, 0, name, kCannotOpen);
 
     record.SheetElements = record.Rows * record.Cols;
     record.FullBlocks = static_cast<int32_t>(data / kFillBlock);
@@ -89,10 +75,10 @@ int16_t disk_array_create(DiskArrayRecord &record) {
     record.Handle = handle;
     record.ElementSize = size;
     if (!array->file.write_at(0, &record, sizeof record))
-        return abandon(array, handle, name, kHeaderWriteFailed);
+        return abandon_file(HandleKind::DiskArray, *array, handle, name, kHeaderWriteFailed);
     if (const int16_t code = fill_run(array->file, kDiskArrayHeaderSize, data, block); code != kStoreOk)
-        return abandon(array, handle, name, code);
-    record.Elapsed = since(start);
+        return abandon_file(HandleKind::DiskArray, *array, handle, name, code);
+    record.Elapsed = milliseconds_since(start);
     return kStoreOk;
 }
 
@@ -137,22 +123,14 @@ int16_t disk_array_open(DiskArrayRecord &record) {
     if (handle == 0)
         return kCannotOpen;
     record.Handle = handle;
-    record.Elapsed = since(start);
+    record.Elapsed = milliseconds_since(start);
     return kStoreOk;
 }
 
 int32_t disk_array_close(DiskArrayRecord &record, bool remove) {
     if (record.Handle != -1)
         frame::handle_remove(HandleKind::DiskArray, record.Handle); // the file closes with its last user
-    if (!remove)
-        return 0;
-    std::string name;
-    const int16_t code = store_file_name(record.FileName, name);
-    if (code == kEmptyName)
-        return 0;
-    if (code != kStoreOk)
-        return files::filename_validity(name);
-    return platform::delete_file(name) ? 0 : -1;
+    return remove ? delete_named_file(record.FileName) : 0;
 }
 
 std::optional<StoredElement> disk_array_get(DiskArrayRecord &record, int32_t row, int32_t col, int32_t sheet) {
@@ -174,7 +152,7 @@ namespace {
 int16_t after_clear(DiskArrayRecord &record, uint32_t start, int16_t code) {
     if (code != kStoreOk)
         frame::handle_remove(HandleKind::DiskArray, record.Handle);
-    record.Elapsed = since(start);
+    record.Elapsed = milliseconds_since(start);
     return code;
 }
 
@@ -187,11 +165,7 @@ int16_t disk_array_clear(DiskArrayRecord &record) {
         return kNotOpen;
     const ArraySlot &slot = array->slots[0];
     record.LastOffset = kDiskArrayHeaderSize;
-    std::vector<uint8_t> block;
-    int16_t code = make_fill_block(fill_byte(slot.var_type, record.NoSpaces), block);
-    if (code == kStoreOk)
-        code = fill_run(array->file, slot.data_start, slot.shape.total_bytes(), block);
-    return after_clear(record, start, code);
+    return after_clear(record, start, clear_whole_slot(*array, slot, fill_byte(slot.var_type, record.NoSpaces)));
 }
 
 int16_t disk_array_clear_part(DiskArrayRecord &record, ClearScope scope, int32_t index, int32_t sheet) {

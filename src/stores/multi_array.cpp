@@ -1,6 +1,5 @@
 #include "stores/multi_array.h"
 
-#include "files/path_names.h"
 #include "platform/clock.h"
 #include "stores/element_type.h"
 #include "stores/store_codes.h"
@@ -17,8 +16,6 @@ using frame::HandleKind;
 
 // One element of a multi-array file is at most one work buffer long.
 constexpr int32_t kMaxElement = kFillBlock;
-
-int32_t since(uint32_t start) noexcept { return static_cast<int32_t>(platform::tick_count() - start); }
 
 std::shared_ptr<ArrayFile> open_file(const MultiArrayRecord &record) {
     return frame::handle_get<ArrayFile>(HandleKind::MultiArray, record.Handle);
@@ -44,13 +41,6 @@ const ArraySlot *slot_of(const ArrayFile &array, int32_t number) noexcept {
         return nullptr;
     const ArraySlot &slot = array.slots[static_cast<size_t>(number - 1)];
     return slot.var_type == 0 ? nullptr : &slot;
-}
-
-int16_t abandon(const std::shared_ptr<ArrayFile> &array, int32_t handle, const std::string &name, int16_t code) {
-    frame::handle_remove(HandleKind::MultiArray, handle);
-    array->file.close();
-    platform::delete_file(name);
-    return code;
 }
 
 } // namespace
@@ -85,7 +75,7 @@ int16_t multi_array_create(MultiArrayRecord &record) {
         // Offsets are 32-bit in the header: a file that would reach 2 GB
         // cannot be described, so it is not made.
         if (bytes > INT32_MAX - file_size)
-            return abandon(array, 0, name, kCannotOpen);
+            return abandon_file(HandleKind::MultiArray, *array, 0, name, kCannotOpen);
         array->slots[k] = ArraySlot{record.VarType[k], shape, file_size};
         record.ElementSize[k] = size;
         record.SheetElements[k] = record.Rows[k] * record.Cols[k];
@@ -97,10 +87,10 @@ int16_t multi_array_create(MultiArrayRecord &record) {
     std::memcpy(record.Signature, kSignature, sizeof record.Signature);
     const int32_t handle = frame::handle_add(HandleKind::MultiArray, array);
     if (handle == 0)
-        return abandon(array, 0, name, kCannotOpen);
+        return abandon_file(HandleKind::MultiArray, *array, 0, name, kCannotOpen);
     record.Handle = handle;
     if (!array->file.write_at(0, &record, sizeof record))
-        return abandon(array, handle, name, kHeaderWriteFailed);
+        return abandon_file(HandleKind::MultiArray, *array, handle, name, kHeaderWriteFailed);
 
     std::vector<uint8_t> block;
     for (int k = 0; k < kSlots; ++k) {
@@ -111,9 +101,9 @@ int16_t multi_array_create(MultiArrayRecord &record) {
             return code;
         if (const int16_t code = fill_run(array->file, slot.data_start, slot.shape.total_bytes(), block);
             code != kStoreOk)
-            return abandon(array, handle, name, code);
+            return abandon_file(HandleKind::MultiArray, *array, handle, name, code);
     }
-    record.Elapsed = since(start);
+    record.Elapsed = milliseconds_since(start);
     return kStoreOk;
 }
 
@@ -170,7 +160,7 @@ int16_t multi_array_open(MultiArrayRecord &record) {
     if (handle == 0)
         return kCannotOpen;
     record.Handle = handle;
-    record.Elapsed = since(start);
+    record.Elapsed = milliseconds_since(start);
     return kStoreOk;
 }
 
@@ -178,15 +168,7 @@ int32_t multi_array_close(MultiArrayRecord &record, bool remove) {
     if (record.Handle != -1)
         frame::handle_remove(HandleKind::MultiArray, record.Handle);
     record.Handle = -1;
-    if (!remove)
-        return 0;
-    std::string name;
-    const int16_t code = store_file_name(record.FileName, name);
-    if (code == kEmptyName)
-        return 0;
-    if (code != kStoreOk)
-        return files::filename_validity(name);
-    return platform::delete_file(name) ? 0 : -1;
+    return remove ? delete_named_file(record.FileName) : 0;
 }
 
 std::optional<StoredElement> multi_array_get(int32_t number, MultiArrayRecord &record, int32_t row, int32_t col,
@@ -210,7 +192,7 @@ namespace {
 int16_t after_clear(MultiArrayRecord &record, uint32_t start, int16_t code) {
     if (code != kStoreOk)
         frame::handle_remove(HandleKind::MultiArray, record.Handle);
-    record.Elapsed = since(start);
+    record.Elapsed = milliseconds_since(start);
     return code;
 }
 
@@ -227,11 +209,8 @@ int16_t multi_array_clear(int32_t number, MultiArrayRecord &record) {
     if (!slot)
         return kStoreOk; // a slot not in use has nothing to fill
     record.LastOffset = static_cast<int32_t>(slot->data_start);
-    std::vector<uint8_t> block;
-    int16_t code = make_fill_block(fill_byte(slot->var_type, record.NoSpaces[number - 1]), block);
-    if (code == kStoreOk)
-        code = fill_run(array->file, slot->data_start, slot->shape.total_bytes(), block);
-    return after_clear(record, start, code);
+    return after_clear(record, start,
+                       clear_whole_slot(*array, *slot, fill_byte(slot->var_type, record.NoSpaces[number - 1])));
 }
 
 int16_t multi_array_clear_part(int32_t number, MultiArrayRecord &record, ClearScope scope, int32_t index,

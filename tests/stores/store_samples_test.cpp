@@ -157,10 +157,10 @@ TEST_F(StoreSamples, WriteSamples) {
     const char *where = std::getenv("BRINDLE_WRITE_STORE_SAMPLES");
     if (where == nullptr)
         GTEST_SKIP() << "BRINDLE_WRITE_STORE_SAMPLES=<dir>:<build> is not set";
-    const std::string spec(where);
-    const size_t colon = spec.rfind(':');
+    const std::string setting(where);
+    const size_t colon = setting.rfind(':');
     ASSERT_NE(colon, std::string::npos);
-    const std::string dir = spec.substr(0, colon), build = spec.substr(colon + 1);
+    const std::string dir = setting.substr(0, colon), build = setting.substr(colon + 1);
     write_disk_sample(build + "-disk.dat");
     write_multi_sample(build + "-multi.dat");
     for (const char *kind : {"disk", "multi"}) {
