@@ -155,4 +155,14 @@ void DesKey::decrypt(std::span<const uint8_t, 8> in, std::span<uint8_t, 8> out) 
     crypt(in.data(), out.data(), true);
 }
 
+void DesKey::encrypt_blocks(const uint8_t* in, uint8_t* out, std::size_t blocks) const noexcept {
+    for (std::size_t i = 0; i < blocks; ++i)
+        encrypt(std::span<const uint8_t, 8>(in + i * 8, 8), std::span<uint8_t, 8>(out + i * 8, 8));
+}
+
+void DesKey::decrypt_blocks(const uint8_t* in, uint8_t* out, std::size_t blocks) const noexcept {
+    for (std::size_t i = 0; i < blocks; ++i)
+        decrypt(std::span<const uint8_t, 8>(in + i * 8, 8), std::span<uint8_t, 8>(out + i * 8, 8));
+}
+
 } // namespace brindle::crypto

@@ -3,6 +3,7 @@
 // 2^16 + 1 with the word 0 standing for 2^16.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <span>
 
@@ -20,6 +21,11 @@ public:
     // One block each way; in and out may be the same bytes.
     void encrypt(std::span<const uint8_t, 8> in, std::span<uint8_t, 8> out) const noexcept;
     void decrypt(std::span<const uint8_t, 8> in, std::span<uint8_t, 8> out) const noexcept;
+    // Many blocks each way (ECB over `blocks` blocks of 8 bytes); in and
+    // out may be the same bytes. The framing calls these, so a core may
+    // interleave blocks here for speed.
+    void encrypt_blocks(const uint8_t* in, uint8_t* out, std::size_t blocks) const noexcept;
+    void decrypt_blocks(const uint8_t* in, uint8_t* out, std::size_t blocks) const noexcept;
 
 private:
     uint16_t enc_[52];

@@ -256,4 +256,14 @@ void RijndaelKey::decrypt(std::span<const uint8_t, 16> in, std::span<uint8_t, 16
     secure_wipe(s, sizeof s);
 }
 
+void RijndaelKey::encrypt_blocks(const uint8_t* in, uint8_t* out, std::size_t blocks) const noexcept {
+    for (std::size_t i = 0; i < blocks; ++i)
+        encrypt(std::span<const uint8_t, 16>(in + i * 16, 16), std::span<uint8_t, 16>(out + i * 16, 16));
+}
+
+void RijndaelKey::decrypt_blocks(const uint8_t* in, uint8_t* out, std::size_t blocks) const noexcept {
+    for (std::size_t i = 0; i < blocks; ++i)
+        decrypt(std::span<const uint8_t, 16>(in + i * 16, 16), std::span<uint8_t, 16>(out + i * 16, 16));
+}
+
 } // namespace brindle::crypto

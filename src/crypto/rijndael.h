@@ -8,6 +8,7 @@
 // instead, with the same results.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <span>
 
@@ -29,6 +30,11 @@ public:
     // One block each way; in and out may be the same bytes.
     void encrypt(std::span<const uint8_t, 16> in, std::span<uint8_t, 16> out) const noexcept;
     void decrypt(std::span<const uint8_t, 16> in, std::span<uint8_t, 16> out) const noexcept;
+    // Many blocks each way (ECB over `blocks` blocks of 16 bytes); in and
+    // out may be the same bytes. The framing calls these, so a core may
+    // interleave blocks here for speed.
+    void encrypt_blocks(const uint8_t* in, uint8_t* out, std::size_t blocks) const noexcept;
+    void decrypt_blocks(const uint8_t* in, uint8_t* out, std::size_t blocks) const noexcept;
 
 private:
     uint8_t round_key_[15][16];
