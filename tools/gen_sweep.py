@@ -111,7 +111,12 @@ def record_mirror(name, fields):
     body = "\n".join(members)
     offs = ", ".join(f"offsetof(SweepRecord_{name}, {gen_exports.c_name(f)})" for f in strings)
     return (
-        f"#pragma pack(push, 4)\nstruct SweepRecord_{name} {{\n{body}\n}};\n#pragma pack(pop)\n"
+        # The client's layouts: members aligned to at most 4 bytes on 32-bit
+        # builds, naturally (8-byte members, string handles among them, to 8)
+        # on 64-bit ones, as common/record_layout.h gives them.
+        f"#if INTPTR_MAX == INT32_MAX\n#pragma pack(push, 4)\n#endif\n"
+        f"struct SweepRecord_{name} {{\n{body}\n}};\n"
+        f"#if INTPTR_MAX == INT32_MAX\n#pragma pack(pop)\n#endif\n"
         f"const size_t kStrings_{name}[] = {{{offs or 'SIZE_MAX'}}};\n"
         f"const RecordInfo kRecord_{name} = {{\"{name}\", sizeof(SweepRecord_{name}), "
         f"kStrings_{name}, {len(strings)}}};\n"
