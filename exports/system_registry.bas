@@ -107,8 +107,9 @@ Declare Function cKillRegistryValueExt (ByVal Root As Integer, Key As String, Va
 ' MaxSubKeyLen: the length of the longest of their names, in characters.
 ' Values: the number of values of the key.
 ' MaxValueNameLen: the length of the longest value name, in characters.
-' MaxValueLen: the size of the longest value data, in bytes (a string's counts its final
-'   zero character).
+' MaxValueLen: the size of the longest value data, in bytes, as the registry keeps it
+'   (a string's counts its final zero character; Windows keeps strings in UTF-16, two
+'   bytes a character, the Linux library one byte a character).
 ' Summary: the five numbers above in that order, joined by semicolons ("2;7;3;5;12").
 Type RegistryKeyInfo
     SubKeys As Long
