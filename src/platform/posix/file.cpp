@@ -107,7 +107,8 @@ File File::open(std::string_view path, OpenMode mode, int *error) {
         const bool known = ::fstat(fd, &st) == 0;
         const bool refused = known && (S_ISDIR(st.st_mode) ||
                                        (existed && S_ISREG(st.st_mode) && (st.st_mode & kAnyWrite) == 0));
-        if (refused || ((flags & O_TRUNC) && known && S_ISREG(st.st_mode) && ::ftruncate(fd, 0) != 0)) {
+        const bool truncate = (flags & O_TRUNC) && existed && known && S_ISREG(st.st_mode) && st.st_size > 0;
+        if (refused || (truncate && ::ftruncate(fd, 0) != 0)) {
             const int e = refused ? kAccessDenied : runtime_error(errno);
             ::close(fd);
             if (error)
