@@ -120,7 +120,9 @@ TEST_F(Attributes, SettersResettersAndQuestions) {
     EXPECT_EQ(cFileResetAllAttrib(f.ref()), -1);
     EXPECT_EQ(cIsFileFlag(f.ref(), 1), 0);
     EXPECT_EQ(cIsFileCompressed(f.ref()), 0);
-    EXPECT_EQ(cFileSetFlag(f.ref(), 2048), 0); // compression cannot be set this way
+#ifndef _WIN32
+    EXPECT_EQ(cFileSetFlag(f.ref(), 2048), 0); // no compression to set here (Windows ignores the bit)
+#endif
     fs::create_directory("d");
     Bstr d("d");
     EXPECT_EQ(cIsFileSubDir(d.ref()), -1);
@@ -228,6 +230,7 @@ TEST_F(Attributes, Questions) {
     EXPECT_EQ(cFileIsProgram(tool.ref()), -1); // the current directory, .exe added
     EXPECT_EQ(cFileIsProgram(tool_exe.ref()), -1);
     EXPECT_EQ(cFileIsProgram(nothing.ref()), 0);
+    EXPECT_EQ(cFileResetAllAttrib(p.ref()), -1); // so that the scratch folder can go
 }
 
 // Times set through the record come back through it and through the DT

@@ -155,6 +155,10 @@ TEST_F(Copy, ReadOnlyFilesAreNeitherReplacedNorDeleted) {
     EXPECT_FALSE(fs::exists("ro"));
     EXPECT_FALSE(fs::exists("t2"));
     EXPECT_EQ(kill_file("ro"), -1); // not there: nothing to do
+    Bstr src("src");
+    EXPECT_EQ(cFileResetReadOnly(src.ref()), -1);
+    EXPECT_EQ(kill_file("src"), -1);
+    EXPECT_FALSE(fs::exists("src"));
 }
 
 TEST_F(Copy, SystemCopyAndMove) {

@@ -103,6 +103,11 @@ int remove_directory(std::string_view path) {
 Offload copy_offload(File &from, File &to, int64_t *copied) noexcept {
     *copied = 0;
 #ifdef __linux__
+    // Only a regular file with bytes to copy: files whose size the system
+    // does not know (those of /proc, say) read as empty to the offload.
+    struct stat st;
+    if (::fstat(from.native(), &st) != 0 || !S_ISREG(st.st_mode) || st.st_size == 0)
+        return Offload::Unsupported;
     constexpr size_t kStep = size_t{1} << 30;
     for (;;) {
         const ssize_t n = ::copy_file_range(from.native(), nullptr, to.native(), nullptr, kStep, 0);
@@ -111,7 +116,7 @@ Offload copy_offload(File &from, File &to, int64_t *copied) noexcept {
             continue;
         }
         if (n == 0)
-            return Offload::Done;
+            return *copied == 0 ? Offload::Unsupported : Offload::Done;
         if (errno == EINTR)
             continue;
         // Not offered here (an old kernel, another file system pair, a
