@@ -65,7 +65,7 @@ uint32_t system_copy_file(std::string_view from, std::string_view to, bool fail_
     if (::CopyFileExA(a.c_str(), b.c_str(), nullptr, nullptr, nullptr, fail_if_exists ? COPY_FILE_FAIL_IF_EXISTS : 0))
         return kSysOk;
     const DWORD e = ::GetLastError();
-    return e != 0 ? e : kSysAccessDenied;
+    return e != 0 ? static_cast<uint32_t>(e) : static_cast<uint32_t>(kSysAccessDenied);
 }
 
 uint32_t system_move_file(std::string_view from, std::string_view to, bool replace, bool allow_copy) {
@@ -82,7 +82,7 @@ uint32_t system_move_file(std::string_view from, std::string_view to, bool repla
     if (::MoveFileExA(a.c_str(), b.c_str(), flags))
         return kSysOk;
     const DWORD e = ::GetLastError();
-    return e != 0 ? e : kSysAccessDenied;
+    return e != 0 ? static_cast<uint32_t>(e) : static_cast<uint32_t>(kSysAccessDenied);
 }
 
 Offload copy_offload(File &, File &, int64_t *copied) noexcept {
