@@ -33,6 +33,8 @@ bool visible(std::string_view name, bool directory_writeable) {
 
 const char *const kRunnable[] = {".com", ".exe", ".bat"};
 
+constexpr size_t kLongestName = 32767; // the longest path any system accepts
+
 } // namespace
 
 bool file_is_readable(std::string_view name) { return visible(name, false); }
@@ -59,7 +61,9 @@ bool file_is_executable(std::string_view name) {
 }
 
 bool file_is_program(std::string_view name) {
-    if (name.empty())
+    // No system keeps a name this long; a 10 MB one would be tried along
+    // every directory of the search path for nothing.
+    if (name.empty() || name.size() > kLongestName)
         return false;
     auto found = [&](const std::string &base) {
         if (has_extension(base))

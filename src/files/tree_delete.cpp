@@ -124,6 +124,8 @@ bool is_root_or_empty(std::string_view dir) {
 }
 
 int32_t delete_matching(std::string_view pattern, bool clear_first) {
+    if (pattern.empty() || pattern.size() > 32767) // the longest path any system accepts
+        return 0;
     const PathPieces pieces = split_path(pattern);
     const std::string dir = pieces.drive + pieces.dir;
     std::vector<std::string> names;
