@@ -60,8 +60,11 @@ int set_attributes(std::string_view path, uint32_t attributes);
 
 // The three times; 0 on success, else a runtime error number.
 int get_file_times(std::string_view path, FileTimes *times);
-// Sets the times whose pointer is not null. POSIX cannot set a creation
-// time: it is ignored there, as Wine does. 0 on success, else an error.
+// Sets the times whose pointer is not null. 0 on success, else an error.
+// POSIX cannot set a creation time: there a creation time other than the
+// one the file reports (to the millisecond) gives 13, after the other two
+// were set. The creation time read is the file system's birth time where it
+// keeps one (statx), else the older of the last change and the last write.
 int set_file_times(std::string_view path, const int64_t *created, const int64_t *accessed, const int64_t *written);
 
 // The runtime's status call (_stat).

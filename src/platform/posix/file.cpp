@@ -1,6 +1,7 @@
 // Files on POSIX: Windows paths mapped for the system call, error numbers
 // mapped to the Windows runtime's.
 #include "platform/file.h"
+#include "platform/file_ops.h"
 
 #include <cerrno>
 #include <cstdio>
@@ -41,6 +42,8 @@ int runtime_error(int posix_errno) {
         return kIoError;
     }
 }
+
+constexpr mode_t kAnyWrite = S_IWUSR | S_IWGRP | S_IWOTH; // none set: read-only
 
 int open_flags(OpenMode mode) {
     switch (mode) {
@@ -88,16 +91,28 @@ File File::open(std::string_view path, OpenMode mode, int *error) {
             *error = native.empty() ? kNoSuchFile : kInvalid;
         return File();
     }
+    // A read-only file is not opened for writing, whoever asks (root
+    // included, whom the permission bits do not stop). The file is opened
+    // without truncation first, so that a refused open leaves it whole.
+    const int flags = open_flags(mode);
+    const bool writes = (flags & (O_WRONLY | O_RDWR)) != 0;
+    struct stat before;
+    const bool existed = writes && ::stat(native.c_str(), &before) == 0;
     int fd;
     do {
-        fd = ::open(native.c_str(), open_flags(mode) | O_CLOEXEC, 0666);
+        fd = ::open(native.c_str(), (flags & ~O_TRUNC) | O_CLOEXEC, 0666);
     } while (fd < 0 && errno == EINTR);
     if (fd >= 0) {
         struct stat st;
-        if (::fstat(fd, &st) == 0 && S_ISDIR(st.st_mode)) {
+        const bool known = ::fstat(fd, &st) == 0;
+        const bool refused = known && (S_ISDIR(st.st_mode) ||
+                                       (existed && S_ISREG(st.st_mode) && (st.st_mode & kAnyWrite) == 0));
+        const bool truncate = (flags & O_TRUNC) && existed && known && S_ISREG(st.st_mode) && st.st_size > 0;
+        if (refused || (truncate && ::ftruncate(fd, 0) != 0)) {
+            const int e = refused ? kAccessDenied : runtime_error(errno);
             ::close(fd);
             if (error)
-                *error = kAccessDenied;
+                *error = e;
             return File();
         }
     }
@@ -210,10 +225,8 @@ int64_t file_size(std::string_view path) {
     return stat_path(path, &st) && !S_ISDIR(st.st_mode) ? st.st_size : -1;
 }
 
-bool delete_file(std::string_view path) {
-    const std::string native = native_path(path);
-    return !native.empty() && !directory_exists(path) && ::unlink(native.c_str()) == 0;
-}
+// A read-only file stays, as on Windows (platform/file_ops.h).
+bool delete_file(std::string_view path) { return remove_file(path) == kNoError; }
 
 bool rename_file(std::string_view from, std::string_view to, int *error) {
     const std::string a = native_path(from), b = native_path(to);
