@@ -7,51 +7,71 @@ namespace brindle::crypto {
 namespace {
 
 // a * b modulo 65537, where the word 0 stands for 65536 on both sides.
-inline uint16_t mul(uint16_t a, uint16_t b) {
-    const uint64_t x = a != 0 ? a : 0x10000u;
-    const uint64_t y = b != 0 ? b : 0x10000u;
-    return static_cast<uint16_t>(x * y % 0x10001u); // 65536 becomes 0
+// With both nonzero, 2^16 = -1 makes hi * 2^16 + lo equal to lo - hi,
+// plus 65537 when that is negative (and the product is never a multiple
+// of the prime). With a = 0 the result is -b = 1 - b modulo 2^16, and
+// likewise for b; the two cases are picked without a branch.
+inline uint32_t mul(uint32_t a, uint32_t b) {
+    const uint32_t p = a * b;
+    const uint32_t lo = p & 0xFFFFu, hi = p >> 16;
+    const uint32_t nonzero = lo - hi + (lo < hi ? 1u : 0u);
+    const uint32_t zero = 1u - a - b;
+    return (p != 0 ? nonzero : zero) & 0xFFFFu;
 }
 
 // The multiplicative inverse modulo 65537 (x^65535; 0, i.e. 65536 = -1,
 // is its own inverse).
 uint16_t mul_inverse(uint16_t a) {
-    uint16_t result = 1, base = a;
+    uint32_t result = 1, base = a;
     for (uint32_t e = 65535; e != 0; e >>= 1) {
         if (e & 1) result = mul(result, base);
         base = mul(base, base);
     }
-    return result;
+    return static_cast<uint16_t>(result);
 }
 
 inline uint16_t neg(uint16_t a) { return static_cast<uint16_t>(0x10000u - a); }
 
-void crypt(const uint16_t* z, const uint8_t* in, uint8_t* out) {
-    uint16_t x1 = static_cast<uint16_t>(in[0] << 8 | in[1]);
-    uint16_t x2 = static_cast<uint16_t>(in[2] << 8 | in[3]);
-    uint16_t x3 = static_cast<uint16_t>(in[4] << 8 | in[5]);
-    uint16_t x4 = static_cast<uint16_t>(in[6] << 8 | in[7]);
+// N blocks side by side: a round is a chain of three multiplications,
+// so independent blocks fill the multiplier between them.
+template <int N>
+inline void crypt_n(const uint16_t* z, const uint8_t* in, uint8_t* out) {
+    uint32_t x1[N], x2[N], x3[N], x4[N];
+#pragma GCC unroll 4
+    for (int j = 0; j < N; ++j) {
+        const uint8_t* p = in + 8 * j;
+        x1[j] = uint32_t(p[0]) << 8 | p[1];
+        x2[j] = uint32_t(p[2]) << 8 | p[3];
+        x3[j] = uint32_t(p[4]) << 8 | p[5];
+        x4[j] = uint32_t(p[6]) << 8 | p[7];
+    }
     for (int r = 0; r < 8; ++r, z += 6) {
-        x1 = mul(x1, z[0]);
-        x2 = static_cast<uint16_t>(x2 + z[1]);
-        x3 = static_cast<uint16_t>(x3 + z[2]);
-        x4 = mul(x4, z[3]);
-        const uint16_t t0 = mul(static_cast<uint16_t>(x1 ^ x3), z[4]);
-        const uint16_t t1 = mul(static_cast<uint16_t>((x2 ^ x4) + t0), z[5]);
-        const uint16_t t2 = static_cast<uint16_t>(t0 + t1);
-        x1 ^= t1;
-        x4 ^= t2;
-        // The two middle words change places after every round.
-        const uint16_t old2 = x2;
-        x2 = static_cast<uint16_t>(x3 ^ t1);
-        x3 = static_cast<uint16_t>(old2 ^ t2);
+#pragma GCC unroll 4
+        for (int j = 0; j < N; ++j) {
+            const uint32_t a = mul(x1[j], z[0]);
+            const uint32_t b = (x2[j] + z[1]) & 0xFFFFu;
+            const uint32_t c = (x3[j] + z[2]) & 0xFFFFu;
+            const uint32_t d = mul(x4[j], z[3]);
+            const uint32_t t0 = mul(a ^ c, z[4]);
+            const uint32_t t1 = mul(((b ^ d) + t0) & 0xFFFFu, z[5]);
+            const uint32_t t2 = (t0 + t1) & 0xFFFFu;
+            x1[j] = a ^ t1;
+            x4[j] = d ^ t2;
+            // The two middle words change places after every round.
+            x2[j] = c ^ t1;
+            x3[j] = b ^ t2;
+        }
     }
     // The output transform undoes the last exchange.
-    const uint16_t y[4] = {mul(x1, z[0]), static_cast<uint16_t>(x3 + z[1]),
-                           static_cast<uint16_t>(x2 + z[2]), mul(x4, z[3])};
-    for (int i = 0; i < 4; ++i) {
-        out[2 * i] = static_cast<uint8_t>(y[i] >> 8);
-        out[2 * i + 1] = static_cast<uint8_t>(y[i]);
+#pragma GCC unroll 4
+    for (int j = 0; j < N; ++j) {
+        const uint32_t y[4] = {mul(x1[j], z[0]), (x3[j] + z[1]) & 0xFFFFu, (x2[j] + z[2]) & 0xFFFFu,
+                               mul(x4[j], z[3])};
+        uint8_t* p = out + 8 * j;
+        for (int i = 0; i < 4; ++i) {
+            p[2 * i] = static_cast<uint8_t>(y[i] >> 8);
+            p[2 * i + 1] = static_cast<uint8_t>(y[i]);
+        }
     }
 }
 
@@ -104,21 +124,28 @@ IdeaKey::~IdeaKey() {
 }
 
 void IdeaKey::encrypt(std::span<const uint8_t, 8> in, std::span<uint8_t, 8> out) const noexcept {
-    crypt(enc_, in.data(), out.data());
+    crypt_n<1>(enc_, in.data(), out.data());
 }
 
 void IdeaKey::decrypt(std::span<const uint8_t, 8> in, std::span<uint8_t, 8> out) const noexcept {
-    crypt(dec_, in.data(), out.data());
+    crypt_n<1>(dec_, in.data(), out.data());
 }
 
+namespace {
+
+void crypt_blocks(const uint16_t* z, const uint8_t* in, uint8_t* out, std::size_t blocks) {
+    for (; blocks >= 4; blocks -= 4, in += 32, out += 32) crypt_n<4>(z, in, out);
+    for (; blocks > 0; --blocks, in += 8, out += 8) crypt_n<1>(z, in, out);
+}
+
+} // namespace
+
 void IdeaKey::encrypt_blocks(const uint8_t* in, uint8_t* out, std::size_t blocks) const noexcept {
-    for (std::size_t i = 0; i < blocks; ++i)
-        encrypt(std::span<const uint8_t, 8>(in + i * 8, 8), std::span<uint8_t, 8>(out + i * 8, 8));
+    crypt_blocks(enc_, in, out, blocks);
 }
 
 void IdeaKey::decrypt_blocks(const uint8_t* in, uint8_t* out, std::size_t blocks) const noexcept {
-    for (std::size_t i = 0; i < blocks; ++i)
-        decrypt(std::span<const uint8_t, 8>(in + i * 8, 8), std::span<uint8_t, 8>(out + i * 8, 8));
+    crypt_blocks(dec_, in, out, blocks);
 }
 
 } // namespace brindle::crypto
