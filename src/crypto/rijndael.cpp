@@ -479,6 +479,36 @@ BRINDLE_AES_TARGET void hw_blocks(const uint8_t rk[15][16], const uint8_t* in, u
     }
 }
 
+// The chained mode: the XOR with the previous ciphertext (masked to the
+// chained bytes) and with round key 0 are the only steps added to the
+// rounds' own chain.
+BRINDLE_AES_TARGET void hw_encrypt_chained(const uint8_t rk[15][16], const uint8_t* iv, const uint8_t* in,
+                                           uint8_t* out, std::size_t blocks, const uint8_t* mask_bytes) {
+    const __m128i mask = _mm_loadu_si128(reinterpret_cast<const __m128i*>(mask_bytes));
+    const __m128i k0 = load_key(rk, 0), k1 = load_key(rk, 1), k2 = load_key(rk, 2), k3 = load_key(rk, 3),
+                  k4 = load_key(rk, 4), k5 = load_key(rk, 5), k6 = load_key(rk, 6), k7 = load_key(rk, 7);
+    __m128i c = _mm_loadu_si128(reinterpret_cast<const __m128i*>(iv));
+    for (; blocks > 0; --blocks, in += 16, out += 16) {
+        const __m128i x = _mm_xor_si128(_mm_loadu_si128(reinterpret_cast<const __m128i*>(in)), k0);
+        __m128i s = _mm_xor_si128(_mm_and_si128(c, mask), x);
+        s = _mm_aesenc_si128(s, k1);
+        s = _mm_aesenc_si128(s, k2);
+        s = _mm_aesenc_si128(s, k3);
+        s = _mm_aesenc_si128(s, k4);
+        s = _mm_aesenc_si128(s, k5);
+        s = _mm_aesenc_si128(s, k6);
+        s = _mm_aesenc_si128(s, k7);
+        s = _mm_aesenc_si128(s, load_key(rk, 8));
+        s = _mm_aesenc_si128(s, load_key(rk, 9));
+        s = _mm_aesenc_si128(s, load_key(rk, 10));
+        s = _mm_aesenc_si128(s, load_key(rk, 11));
+        s = _mm_aesenc_si128(s, load_key(rk, 12));
+        s = _mm_aesenc_si128(s, load_key(rk, 13));
+        c = _mm_aesenclast_si128(s, load_key(rk, 14));
+        _mm_storeu_si128(reinterpret_cast<__m128i*>(out), c);
+    }
+}
+
 #else
 
 bool cpu_has_aes() { return false; }
@@ -568,6 +598,27 @@ void RijndaelKey::encrypt_blocks(const uint8_t* in, uint8_t* out, std::size_t bl
     }
 #endif
     sliced_blocks(sliced_key_, in, out, blocks, false);
+}
+
+void RijndaelKey::encrypt_chained(std::span<const uint8_t, 16> iv, const uint8_t* in, uint8_t* out,
+                                  std::size_t blocks, std::size_t chained) const noexcept {
+    if (chained > 16) chained = 16;
+    uint8_t mask[16];
+    for (std::size_t i = 0; i < 16; ++i) mask[i] = i < chained ? 0xFF : 0x00;
+#ifdef BRINDLE_AES_NI
+    if (hardware_) {
+        hw_encrypt_chained(round_key_, iv.data(), in, out, blocks, mask);
+        return;
+    }
+#endif
+    const uint8_t* prev = iv.data();
+    uint8_t x[16];
+    for (; blocks > 0; --blocks, in += 16, out += 16) {
+        for (int i = 0; i < 16; ++i) x[i] = static_cast<uint8_t>(in[i] ^ (prev[i] & mask[i]));
+        sliced_blocks(sliced_key_, x, out, 1, false);
+        prev = out;
+    }
+    secure_wipe(x, sizeof x);
 }
 
 void RijndaelKey::decrypt_blocks(const uint8_t* in, uint8_t* out, std::size_t blocks) const noexcept {

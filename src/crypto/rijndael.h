@@ -36,6 +36,14 @@ public:
     // interleave blocks here for speed.
     void encrypt_blocks(const uint8_t* in, uint8_t* out, std::size_t blocks) const noexcept;
     void decrypt_blocks(const uint8_t* in, uint8_t* out, std::size_t blocks) const noexcept;
+    // Chained encryption of `blocks` blocks: before block i is enciphered,
+    // its first `chained` bytes (clamped to 0..16) are XORed with the
+    // ciphertext of block i - 1, or with iv for block 0 (16 is the standard
+    // CBC; 15 leaves byte 15 of every block unchained). The chain stays in
+    // a register, so this runs faster than single-block calls with the XOR
+    // between them. in and out may be the same bytes.
+    void encrypt_chained(std::span<const uint8_t, 16> iv, const uint8_t* in, uint8_t* out,
+                         std::size_t blocks, std::size_t chained) const noexcept;
 
 private:
     uint8_t round_key_[15][16];
