@@ -251,19 +251,21 @@ void inv_sub_bytes(uint64_t q[8]) {
 }
 
 // Row r moves left by r columns: in a row's 16 bits, the column groups of
-// 4 bits rotate right by 4r.
+// 4 bits rotate right by 4r. Done in two steps: rows 2 and 3 rotate by 8
+// (their two bytes change places), then rows 1 and 3 by 4.
+inline uint64_t swap_bytes_rows23(uint64_t x) {
+    const uint64_t t = (x ^ (x >> 8)) & 0x00FF00FF00000000ull;
+    return x ^ t ^ (t << 8);
+}
+
 inline uint64_t shift_rows_word(uint64_t x) {
-    return (x & 0x000000000000FFFFull) | ((x & 0x00000000FFF00000ull) >> 4) |
-           ((x & 0x00000000000F0000ull) << 12) | ((x & 0x0000FF0000000000ull) >> 8) |
-           ((x & 0x000000FF00000000ull) << 8) | ((x & 0xF000000000000000ull) >> 12) |
-           ((x & 0x0FFF000000000000ull) << 4);
+    x = swap_bytes_rows23(x);
+    return (x & 0x0000FFFF0000FFFFull) | ((x >> 4) & 0x0FFF00000FFF0000ull) | ((x << 12) & 0xF0000000F0000000ull);
 }
 
 inline uint64_t inv_shift_rows_word(uint64_t x) {
-    return (x & 0x000000000000FFFFull) | ((x & 0x000000000FFF0000ull) << 4) |
-           ((x & 0x00000000F0000000ull) >> 12) | ((x & 0x0000FF0000000000ull) >> 8) |
-           ((x & 0x000000FF00000000ull) << 8) | ((x & 0xFFF0000000000000ull) >> 4) |
-           ((x & 0x000F000000000000ull) << 12);
+    x = swap_bytes_rows23(x);
+    return (x & 0x0000FFFF0000FFFFull) | ((x << 4) & 0xFFF00000FFF00000ull) | ((x >> 12) & 0x000F0000000F0000ull);
 }
 
 void shift_rows(uint64_t q[8]) {
