@@ -4,8 +4,10 @@
 # runtimes (scripts/fuzz.sh), Chromium and its WebDriver (the reference
 # page is tested in a real browser), and for the Windows DLLs the MinGW-w64
 # cross compilers, zlib built for MinGW and Wine (64-bit, and 32-bit from the
-# i386 architecture), and OpenSSL's headers (libssl-dev: the Linux engine
-# tests compare the cipher cores with it; nothing shipped links it). Safe
+# i386 architecture), OpenSSL's headers (libssl-dev: the Linux engine
+# tests compare the cipher cores with it; nothing shipped links it) and
+# Crypto++ (libcrypto++-dev: the cipher benchmark's anchor for DES and IDEA,
+# which OpenSSL 3 keeps out of its default provider; bench only). Safe
 # to run again; installs nothing that is already there, and returns at
 # once, silently, when everything is. scripts/demo.sh
 # and scripts/test.sh call it first.
@@ -39,7 +41,8 @@ update_once() {
 
 need=$(missing g++ cmake python3 libgtest-dev libbenchmark-dev zlib1g-dev clang libclang-rt-dev chromium chromium-driver \
     g++-mingw-w64-i686 g++-mingw-w64-x86-64 libz-mingw-w64-dev wine64 \
-    libssl-dev)
+    libssl-dev \
+    libcrypto++-dev)
 if [ -n "$need" ]; then
     update_once
     # shellcheck disable=SC2086

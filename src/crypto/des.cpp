@@ -75,39 +75,118 @@ constexpr uint64_t permute(uint64_t in, int in_width, const uint8_t* table, int 
     return out;
 }
 
-// SP[i][v]: the P permutation applied to the output of S-box i + 1 for the
-// six input bits v, placed in bits 4i + 1 .. 4i + 4 of the 32-bit half.
+// The rounds work on the halves in another bit order, the one the initial
+// permutation leaves them in when it is done by exchanging bit groups
+// (below): each half bit-reversed and then rotated left by one. In it the
+// six bits each S-box reads are contiguous: S-boxes 1, 3, 5, 7 read bits
+// 0-5, 8-13, 16-21, 24-29 of the half itself and S-boxes 2, 4, 6, 8 the
+// same bits of the half rotated right by 4, the first of the six lowest.
+constexpr uint32_t reverse32(uint32_t x) {
+    uint32_t r = 0;
+    for (int i = 0; i < 32; ++i) r |= ((x >> i) & 1u) << (31 - i);
+    return r;
+}
+
+// A half in the standard's order (bit 1 highest) to the working order.
+constexpr uint32_t to_working(uint32_t x) {
+    const uint32_t r = reverse32(x);
+    return (r << 1) | (r >> 31);
+}
+
+constexpr int reverse6(int v) {
+    int r = 0;
+    for (int i = 0; i < 6; ++i) r |= ((v >> i) & 1) << (5 - i);
+    return r;
+}
+
+// SP[i][v]: the P permutation of S-box i + 1's output for the six bits v
+// (first bit lowest), in the working order.
 constexpr std::array<std::array<uint32_t, 64>, 8> make_sp() {
     std::array<std::array<uint32_t, 64>, 8> sp{};
     for (int i = 0; i < 8; ++i)
         for (int v = 0; v < 64; ++v) {
-            const int row = ((v >> 4) & 2) | (v & 1);
-            const int col = (v >> 1) & 15;
+            const int six = reverse6(v); // first bit highest, as the standard reads it
+            const int row = ((six >> 4) & 2) | (six & 1);
+            const int col = (six >> 1) & 15;
             const uint32_t s = uint32_t(kS[i][row][col]) << (28 - 4 * i);
-            sp[i][v] = static_cast<uint32_t>(permute(s, 32, kP, 32));
+            sp[i][v] = to_working(static_cast<uint32_t>(permute(s, 32, kP, 32)));
         }
     return sp;
 }
 constexpr auto kSp = make_sp();
 
-constexpr std::array<uint8_t, 64> make_fp() {
-    std::array<uint8_t, 64> fp{};
-    for (int j = 0; j < 64; ++j) fp[kIp[j] - 1] = static_cast<uint8_t>(j + 1);
-    return fp;
+inline uint32_t rotr32(uint32_t x, int s) { return (x >> s) | (x << (32 - s)); }
+inline uint32_t rotl32(uint32_t x, int s) { return (x << s) | (x >> (32 - s)); }
+
+inline uint32_t load_le32(const uint8_t* p) {
+    return uint32_t(p[0]) | uint32_t(p[1]) << 8 | uint32_t(p[2]) << 16 | uint32_t(p[3]) << 24;
 }
-constexpr auto kFp = make_fp();
 
-inline uint32_t rotl32(uint32_t x, int s) { return s == 0 ? x : (x << s) | (x >> (32 - s)); }
+inline void store_le32(uint8_t* p, uint32_t v) {
+    p[0] = static_cast<uint8_t>(v);
+    p[1] = static_cast<uint8_t>(v >> 8);
+    p[2] = static_cast<uint8_t>(v >> 16);
+    p[3] = static_cast<uint8_t>(v >> 24);
+}
 
-// The cipher function f(R, K): E expansion, key mixing, S-boxes and P.
-// The six bits for S-box i are bits 4i .. 4i + 5 of R, taken cyclically.
-inline uint32_t feistel(uint32_t r, uint64_t k) {
-    uint32_t f = 0;
-    for (int i = 0; i < 8; ++i) {
-        const uint32_t six = (rotl32(r, (4 * i + 31) % 32) >> 26) ^ uint32_t((k >> (42 - 6 * i)) & 63);
-        f |= kSp[i][six];
+// Exchanges the bits of a selected by m << n with the bits of b selected by m.
+inline void swap_bits(uint32_t& a, uint32_t& b, int n, uint32_t m) {
+    const uint32_t t = ((a >> n) ^ b) & m;
+    b ^= t;
+    a ^= t << n;
+}
+
+// The initial permutation as five exchanges of bit groups. With the block's
+// bytes read as two little-endian words, they leave a = R0 and b = L0 in
+// reversed bit order; the working order adds the rotation.
+inline void initial_permutation(const uint8_t* in, uint32_t& left, uint32_t& right) {
+    uint32_t a = load_le32(in), b = load_le32(in + 4);
+    swap_bits(b, a, 4, 0x0F0F0F0Fu);
+    swap_bits(a, b, 16, 0x0000FFFFu);
+    swap_bits(b, a, 2, 0x33333333u);
+    swap_bits(a, b, 8, 0x00FF00FFu);
+    swap_bits(b, a, 1, 0x55555555u);
+    left = rotl32(b, 1);
+    right = rotl32(a, 1);
+}
+
+// The final permutation is the inverse: the same exchanges in reverse
+// order, applied to the preoutput block (its left half first).
+inline void final_permutation(uint32_t left, uint32_t right, uint8_t* out) {
+    uint32_t a = rotr32(right, 1), b = rotr32(left, 1);
+    swap_bits(b, a, 1, 0x55555555u);
+    swap_bits(a, b, 8, 0x00FF00FFu);
+    swap_bits(b, a, 2, 0x33333333u);
+    swap_bits(a, b, 16, 0x0000FFFFu);
+    swap_bits(b, a, 4, 0x0F0F0F0Fu);
+    store_le32(out, a);
+    store_le32(out + 4, b);
+}
+
+// N blocks side by side (their rounds are independent, so the processor
+// overlaps them). k points at the first round key used; step is +1 or -1.
+template <int N>
+inline void crypt_n(const uint32_t (*k)[2], int step, const uint8_t* in, uint8_t* out) {
+    uint32_t l[N], r[N];
+#pragma GCC unroll 4
+    for (int j = 0; j < N; ++j) initial_permutation(in + 8 * j, l[j], r[j]);
+    for (int round = 0; round < 16; ++round, k += step) {
+        const uint32_t ka = (*k)[0], kb = (*k)[1];
+#pragma GCC unroll 4
+        for (int j = 0; j < N; ++j) {
+            const uint32_t a = r[j] ^ ka;
+            const uint32_t b = rotr32(r[j], 4) ^ kb;
+            const uint32_t f = kSp[0][a & 63] ^ kSp[2][(a >> 8) & 63] ^ kSp[4][(a >> 16) & 63] ^
+                               kSp[6][(a >> 24) & 63] ^ kSp[1][b & 63] ^ kSp[3][(b >> 8) & 63] ^
+                               kSp[5][(b >> 16) & 63] ^ kSp[7][(b >> 24) & 63];
+            const uint32_t next = l[j] ^ f;
+            l[j] = r[j];
+            r[j] = next;
+        }
     }
-    return f;
+    // The halves are not swapped after the last round: the preoutput is R16 L16.
+#pragma GCC unroll 4
+    for (int j = 0; j < N; ++j) final_permutation(r[j], l[j], out + 8 * j);
 }
 
 } // namespace
@@ -122,7 +201,20 @@ DesKey::DesKey(std::span<const uint8_t, 8> key) noexcept {
             c = ((c << 1) | (c >> 27)) & 0xFFFFFFF;
             d = ((d << 1) | (d >> 27)) & 0xFFFFFFF;
         }
-        round_key_[round] = permute((uint64_t(c) << 28) | d, 56, kPc2, 48);
+        uint64_t sub = permute((uint64_t(c) << 28) | d, 56, kPc2, 48);
+        // The six bits for S-box i + 1 (bits 6i + 1 .. 6i + 6 of the 48, from
+        // the top), first bit lowest, where the rounds read the half's bits.
+        uint32_t ka = 0, kb = 0;
+        for (int i = 0; i < 8; ++i) {
+            const auto six = static_cast<uint32_t>(reverse6(static_cast<int>((sub >> (42 - 6 * i)) & 63)));
+            if (i % 2 == 0)
+                ka |= six << (4 * i);
+            else
+                kb |= six << (4 * (i - 1));
+        }
+        round_key_[round][0] = ka;
+        round_key_[round][1] = kb;
+        secure_wipe(&sub, sizeof sub);
     }
     uint64_t temp[3] = {k, cd, (uint64_t(c) << 28) | d};
     secure_wipe(temp, sizeof temp);
@@ -132,37 +224,24 @@ DesKey::DesKey(std::span<const uint8_t, 8> key) noexcept {
 
 DesKey::~DesKey() { secure_wipe(round_key_, sizeof round_key_); }
 
-void DesKey::crypt(const uint8_t* in, uint8_t* out, bool decrypting) const noexcept {
-    uint64_t block = 0;
-    for (int i = 0; i < 8; ++i) block = (block << 8) | in[i];
-    block = permute(block, 64, kIp, 64);
-    uint32_t l = static_cast<uint32_t>(block >> 32), r = static_cast<uint32_t>(block);
-    for (int round = 0; round < 16; ++round) {
-        const uint32_t next = l ^ feistel(r, round_key_[decrypting ? 15 - round : round]);
-        l = r;
-        r = next;
-    }
-    // The halves are not swapped after the last round: the output is R16 L16.
-    block = permute((uint64_t(r) << 32) | l, 64, kFp.data(), 64);
-    for (int i = 7; i >= 0; --i, block >>= 8) out[i] = static_cast<uint8_t>(block);
-}
-
 void DesKey::encrypt(std::span<const uint8_t, 8> in, std::span<uint8_t, 8> out) const noexcept {
-    crypt(in.data(), out.data(), false);
+    crypt_n<1>(round_key_, 1, in.data(), out.data());
 }
 
 void DesKey::decrypt(std::span<const uint8_t, 8> in, std::span<uint8_t, 8> out) const noexcept {
-    crypt(in.data(), out.data(), true);
+    crypt_n<1>(round_key_ + 15, -1, in.data(), out.data());
 }
 
+// Two blocks at a time: one block's round is a chain of dependent loads,
+// and a second block's fills the gaps.
 void DesKey::encrypt_blocks(const uint8_t* in, uint8_t* out, std::size_t blocks) const noexcept {
-    for (std::size_t i = 0; i < blocks; ++i)
-        encrypt(std::span<const uint8_t, 8>(in + i * 8, 8), std::span<uint8_t, 8>(out + i * 8, 8));
+    for (; blocks >= 2; blocks -= 2, in += 16, out += 16) crypt_n<2>(round_key_, 1, in, out);
+    if (blocks) crypt_n<1>(round_key_, 1, in, out);
 }
 
 void DesKey::decrypt_blocks(const uint8_t* in, uint8_t* out, std::size_t blocks) const noexcept {
-    for (std::size_t i = 0; i < blocks; ++i)
-        decrypt(std::span<const uint8_t, 8>(in + i * 8, 8), std::span<uint8_t, 8>(out + i * 8, 8));
+    for (; blocks >= 2; blocks -= 2, in += 16, out += 16) crypt_n<2>(round_key_ + 15, -1, in, out);
+    if (blocks) crypt_n<1>(round_key_ + 15, -1, in, out);
 }
 
 } // namespace brindle::crypto

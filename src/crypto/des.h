@@ -28,8 +28,9 @@ public:
     void decrypt_blocks(const uint8_t* in, uint8_t* out, std::size_t blocks) const noexcept;
 
 private:
-    void crypt(const uint8_t* in, uint8_t* out, bool decrypting) const noexcept;
-    uint64_t round_key_[16]; // 48-bit round keys, K1 first, right-aligned
+    // K1 first; each as two words holding the key bits of S-boxes 1, 3, 5, 7
+    // and of 2, 4, 6, 8 where the rounds read them (des.cpp).
+    uint32_t round_key_[16][2];
 };
 
 } // namespace brindle::crypto

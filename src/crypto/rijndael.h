@@ -1,11 +1,12 @@
 // Rijndael with a 128-bit block and a 256-bit key (14 rounds), as in
 // FIPS 197. Bytes go in and out in the standard's order (byte 0 is row 0,
-// column 0 of the state). No table is indexed by a key or data byte: the
-// S-box is computed (inversion in GF(2^8) by a fixed chain of
-// multiplications, eight bytes at a time in 64-bit words), so the time and
-// the memory accesses do not depend on the secret bytes. On x86 processors
-// with the AES instructions, chosen at run time, those do the rounds
-// instead, with the same results.
+// column 0 of the state). No table is indexed by a key or data byte and no
+// branch depends on one: the portable rounds are bitsliced (four blocks at
+// a time, each 64-bit word holding one bit of every state byte, the S-box a
+// fixed circuit of logic gates), so the time and the memory accesses do not
+// depend on the secret bytes. On x86 processors with the AES instructions,
+// chosen at run time, those do the rounds instead (eight blocks interleaved
+// in the many-block calls), with the same results.
 #pragma once
 
 #include <cstddef>
@@ -35,10 +36,19 @@ public:
     // interleave blocks here for speed.
     void encrypt_blocks(const uint8_t* in, uint8_t* out, std::size_t blocks) const noexcept;
     void decrypt_blocks(const uint8_t* in, uint8_t* out, std::size_t blocks) const noexcept;
+    // Chained encryption of `blocks` blocks: before block i is enciphered,
+    // its first `chained` bytes (clamped to 0..16) are XORed with the
+    // ciphertext of block i - 1, or with iv for block 0 (16 is the standard
+    // CBC; 15 leaves byte 15 of every block unchained). The chain stays in
+    // a register, so this runs faster than single-block calls with the XOR
+    // between them. in and out may be the same bytes.
+    void encrypt_chained(std::span<const uint8_t, 16> iv, const uint8_t* in, uint8_t* out,
+                         std::size_t blocks, std::size_t chained) const noexcept;
 
 private:
     uint8_t round_key_[15][16];
     uint8_t inverse_key_[15][16]; // for the AES instructions' decryption (InvMixColumns applied)
+    uint64_t sliced_key_[15][8];  // the round keys in the bitsliced form of the portable rounds
     bool hardware_;               // the processor has the AES instructions
 };
 

@@ -23,11 +23,12 @@ struct CtxFree {
     void operator()(EVP_CIPHER_CTX* c) const { EVP_CIPHER_CTX_free(c); }
 };
 
-// OpenSSL's AES-256 ECB of whole blocks, without padding.
+// OpenSSL's AES-256 ECB (or CBC from iv) of whole blocks, without padding.
 std::vector<uint8_t> openssl_aes256_ecb(const std::array<uint8_t, 32>& key,
-                                        const std::vector<uint8_t>& in, bool encrypt) {
+                                        const std::vector<uint8_t>& in, bool encrypt,
+                                        const uint8_t* iv = nullptr) {
     std::unique_ptr<EVP_CIPHER_CTX, CtxFree> ctx(EVP_CIPHER_CTX_new());
-    EXPECT_EQ(EVP_CipherInit_ex(ctx.get(), EVP_aes_256_ecb(), nullptr, key.data(), nullptr,
+    EXPECT_EQ(EVP_CipherInit_ex(ctx.get(), iv ? EVP_aes_256_cbc() : EVP_aes_256_ecb(), nullptr, key.data(), iv,
                                 encrypt ? 1 : 0), 1);
     EVP_CIPHER_CTX_set_padding(ctx.get(), 0);
     std::vector<uint8_t> out(in.size() + 16);
@@ -45,7 +46,7 @@ TEST(CipherDifferential, RijndaelMatchesOpenSslAes256Ecb) {
     for (int trial = 0; trial < 300; ++trial) {
         std::array<uint8_t, 32> key;
         for (auto& b : key) b = static_cast<uint8_t>(rng());
-        std::vector<uint8_t> data(16 * (1 + rng() % 8));
+        std::vector<uint8_t> data(16 * (1 + rng() % 20));
         for (auto& b : data) b = static_cast<uint8_t>(rng());
         const auto expect_enc = openssl_aes256_ecb(key, data, true);
         const auto expect_dec = openssl_aes256_ecb(key, data, false);
@@ -60,6 +61,15 @@ TEST(CipherDifferential, RijndaelMatchesOpenSslAes256Ecb) {
             }
             ASSERT_EQ(ours, expect_enc) << "trial " << trial << (path == RijndaelPath::best ? " best" : " portable");
             ASSERT_EQ(back, expect_dec) << "trial " << trial << (path == RijndaelPath::best ? " best" : " portable");
+            // The many-block calls, and the chained call over all 16 bytes
+            // against OpenSSL's CBC.
+            k.encrypt_blocks(data.data(), ours.data(), data.size() / 16);
+            k.decrypt_blocks(data.data(), back.data(), data.size() / 16);
+            ASSERT_EQ(ours, expect_enc) << "trial " << trial << " many blocks";
+            ASSERT_EQ(back, expect_dec) << "trial " << trial << " many blocks";
+            const std::array<uint8_t, 16> iv = {key[3], key[1], 7, 9, key[30]};
+            k.encrypt_chained(iv, data.data(), ours.data(), data.size() / 16, 16);
+            ASSERT_EQ(ours, openssl_aes256_ecb(key, data, true, iv.data())) << "trial " << trial << " CBC";
         }
     }
 }
