@@ -17,9 +17,9 @@
 ' Directory: the working directory; "" for the current one.
 ' Show: how the window of the program shows (Windows: 1 normal, 3 maximised, 7
 '   minimised, ...); not used on Linux.
-' Returns: a value above 32 on success; 2 when the file does not exist; 31 when no
-'   program is associated with it (on Linux: xdg-open is missing); other values at
-'   or below 32 for the shell's other failures.
+' Returns: a value above 32 on success; 2 when the file does not exist or File is "";
+'   31 when no program is associated with it (on Linux: xdg-open is missing); other
+'   values at or below 32 for the shell's other failures.
 ' Example:
 '   If cRunFile("C:\Docs\report.txt", "", "", 1) <= 32 Then MsgBox "Cannot open"
 Declare Function cRunFile (ByVal File As String, ByVal Parameters As String, ByVal Directory As String, ByVal Show As Integer) As Long

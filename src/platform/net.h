@@ -54,6 +54,10 @@ int32_t net_connect(NetSocket s, uint32_t address, uint16_t port) noexcept;
 int64_t net_recv(NetSocket s, char *buffer, size_t size) noexcept;
 int64_t net_send(NetSocket s, const char *bytes, size_t size) noexcept;
 
+// How many bytes a recv would take at once now (0 when none are waiting),
+// or -1 when the system cannot tell.
+int64_t net_pending(NetSocket s) noexcept;
+
 // The local IPv4 address the socket is bound to (network order).
 bool net_local_address(NetSocket s, uint32_t *address) noexcept;
 

@@ -21,7 +21,10 @@ std::string text_of(BSTR s) { return std::string(StrArg::by_val(s).text()); }
 
 BRINDLE_EXPORT(int32_t) cRunFile(BSTR File, BSTR Parameters, BSTR Directory, int16_t Show) {
     return guarded(int32_t{0}, [&] {
-        return platform::shell_open(text_of(File), text_of(Parameters), text_of(Directory), Show);
+        const std::string file = text_of(File);
+        if (file.empty())
+            return int32_t{2}; // the shell would open some folder of its choice
+        return platform::shell_open(file, text_of(Parameters), text_of(Directory), Show);
     });
 }
 

@@ -77,7 +77,19 @@ BRINDLE_EXPORT(BSTR) cSKT_ReadTCP(int32_t Socket, int32_t MaxLength, int32_t *Co
     BSTR result = guarded_string([&] {
         if (MaxLength < 1)
             return empty_string();
-        const size_t size = static_cast<size_t>(MaxLength) < kReadLimit ? static_cast<size_t>(MaxLength) : kReadLimit;
+        size_t size = static_cast<size_t>(MaxLength) < kReadLimit ? static_cast<size_t>(MaxLength) : kReadLimit;
+        // What is waiting goes straight into the result, with no copy between.
+        const int64_t pending = socket_pending(Socket);
+        if (pending > 0) {
+            if (static_cast<uint64_t>(pending) < size)
+                size = static_cast<size_t>(pending);
+            StringResult direct(size);
+            const int64_t n = socket_read(Socket, direct.data(), size);
+            count = static_cast<int32_t>(n < 0 ? -1 : n);
+            if (n == static_cast<int64_t>(size))
+                return direct.take();
+            return n > 0 ? new_string(std::string_view(direct.data(), static_cast<size_t>(n))) : empty_string();
+        }
         char *buffer = read_buffer(size);
         const int64_t n = socket_read(Socket, buffer, size);
         if (n <= 0) {

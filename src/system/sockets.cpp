@@ -193,6 +193,14 @@ int64_t socket_read(int32_t number, char *buffer, size_t size) {
     return n;
 }
 
+int64_t socket_pending(int32_t number) {
+    const auto s = find(number);
+    if (!s)
+        return 0;
+    const int64_t n = s->use([](NetSocket native) { return platform::net_pending(native); }, int64_t{0});
+    return n > 0 ? n : 0;
+}
+
 int64_t socket_write(int32_t number, std::string_view bytes) {
     const auto s = find(number);
     if (!s) {

@@ -57,6 +57,10 @@ int32_t sockets_open() noexcept;
 // 0 when the peer closed, -1 on failure (errno set by socket_errno_of).
 int64_t socket_read(int32_t number, char *buffer, size_t size);
 
+// How many bytes a read would find waiting now (0 when none, or for a
+// number that names no open socket).
+int64_t socket_pending(int32_t number);
+
 // Sends `bytes`: the count the system took, or -1 (errno as for reads).
 int64_t socket_write(int32_t number, std::string_view bytes);
 

@@ -266,3 +266,97 @@ TEST(Processes, EnvironmentDemonstrationSetsTest) {
 }
 
 #endif
+
+#ifdef _WIN32
+
+// A child for the Windows tests: the test program itself, which (with the
+// variable below set) writes its identifier and sleeps; run on its own it
+// returns at once.
+TEST(Processes, SleepingChildHelper) {
+    const char *file = std::getenv("BRINDLE_SLEEPING_CHILD");
+    if (file == nullptr || *file == '\0')
+        GTEST_SKIP() << "only a child started by the tests sleeps";
+    std::ofstream(file) << GetCurrentProcessId() << "\n";
+    std::this_thread::sleep_for(30s);
+}
+
+namespace {
+
+std::string self_path() {
+    char path[MAX_PATH];
+    const DWORD n = GetModuleFileNameA(nullptr, path, MAX_PATH);
+    return std::string(path, n);
+}
+
+std::string helper_line() {
+    return "\"" + self_path() + "\" --gtest_filter=Processes.SleepingChildHelper";
+}
+
+// The identifier the helper wrote into `file`, within 20 s (a Wine start is slow).
+DWORD helper_id(const std::string &file) {
+    const auto deadline = std::chrono::steady_clock::now() + 20s;
+    while (std::chrono::steady_clock::now() < deadline) {
+        const std::string text = read_whole_file(file);
+        if (!text.empty() && text.back() == '\n')
+            return static_cast<DWORD>(std::stoul(text));
+        std::this_thread::sleep_for(20ms);
+    }
+    return 0;
+}
+
+bool ended(DWORD id) {
+    const HANDLE h = OpenProcess(SYNCHRONIZE, FALSE, id);
+    if (h == nullptr)
+        return true;
+    const bool done = WaitForSingleObject(h, 5000) == WAIT_OBJECT_0;
+    CloseHandle(h);
+    return done;
+}
+
+} // namespace
+
+TEST(Processes, WindowsChildIsKilled) {
+    const std::string file = (fs::temp_directory_path() / "brindle-child-kill.pid").string();
+    fs::remove(file);
+    _putenv_s("BRINDLE_SLEEPING_CHILD", file.c_str());
+    ASSERT_EQ(create(helper_line()), kTrue);
+    _putenv_s("BRINDLE_SLEEPING_CHILD", "");
+    const DWORD id = helper_id(file);
+    ASSERT_NE(id, 0u);
+    const auto t0 = std::chrono::steady_clock::now();
+    EXPECT_EQ(cProcessKill(), kTrue);
+    EXPECT_LT(seconds(std::chrono::steady_clock::now() - t0), 5.5);
+    EXPECT_TRUE(ended(id));
+    fs::remove(file);
+}
+
+TEST(Processes, WindowsKillProcessByIdentifier) {
+    const std::string file = (fs::temp_directory_path() / "brindle-child-id.pid").string();
+    fs::remove(file);
+    _putenv_s("BRINDLE_SLEEPING_CHILD", file.c_str());
+    STARTUPINFOA si{};
+    si.cb = sizeof si;
+    PROCESS_INFORMATION pi{};
+    std::string line = helper_line();
+    ASSERT_TRUE(CreateProcessA(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &si, &pi));
+    _putenv_s("BRINDLE_SLEEPING_CHILD", "");
+    ASSERT_NE(helper_id(file), 0u);
+    EXPECT_EQ(cKillProcess(static_cast<int32_t>(pi.dwProcessId)), kTrue);
+    EXPECT_EQ(WaitForSingleObject(pi.hProcess, 10000), WAIT_OBJECT_0);
+    DWORD code = 7;
+    GetExitCodeProcess(pi.hProcess, &code);
+    EXPECT_EQ(code, 0u);
+    CloseHandle(pi.hThread);
+    CloseHandle(pi.hProcess);
+    fs::remove(file);
+}
+
+TEST(Processes, WindowsStartOfAMissingProgramTracksNothing) {
+    EXPECT_EQ(create("brindle-no-such-program-42"), kTrue);
+    EXPECT_EQ(create(""), kTrue);
+    const auto t0 = std::chrono::steady_clock::now();
+    EXPECT_EQ(cProcessKill(), kTrue);
+    EXPECT_LT(seconds(std::chrono::steady_clock::now() - t0), 0.5);
+}
+
+#endif

@@ -11,6 +11,7 @@
 #include <netdb.h>
 #include <netinet/in.h>
 #include <netinet/tcp.h>
+#include <sys/ioctl.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
@@ -161,6 +162,11 @@ int64_t net_recv(NetSocket s, char *buffer, size_t size) noexcept {
 int64_t net_send(NetSocket s, const char *bytes, size_t size) noexcept {
     const ssize_t n = send(fd_of(s), bytes, size, MSG_NOSIGNAL);
     return n >= 0 ? n : failed(int64_t{-1});
+}
+
+int64_t net_pending(NetSocket s) noexcept {
+    int n = 0;
+    return ioctl(fd_of(s), FIONREAD, &n) == 0 ? n : failed(int64_t{-1});
 }
 
 bool net_local_address(NetSocket s, uint32_t *address) noexcept {

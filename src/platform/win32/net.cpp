@@ -156,6 +156,11 @@ int64_t net_send(NetSocket s, const char *bytes, size_t size) noexcept {
     return n != SOCKET_ERROR ? n : failed(int64_t{-1});
 }
 
+int64_t net_pending(NetSocket s) noexcept {
+    u_long n = 0;
+    return ioctlsocket(sock_of(s), FIONREAD, &n) == 0 ? static_cast<int64_t>(n) : failed(int64_t{-1});
+}
+
 bool net_local_address(NetSocket s, uint32_t *address) noexcept {
     sockaddr_in a{};
     int length = sizeof a;
