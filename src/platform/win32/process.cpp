@@ -49,12 +49,13 @@ int32_t program_check(const std::string &path) {
 }
 
 int32_t program_search(const std::string &name, std::string *path) {
-    const char *list = std::getenv("PATH");
-    if (name.empty() || list == nullptr)
+    // The process's own environment, which SetEnvironmentVariable changes
+    // (the C runtime's copy may be older).
+    std::string dirs;
+    if (name.empty() || !environment_get("PATH", &dirs))
         return 2;
     static const char *const kExtensions[] = {".exe", ".com", ".bat", ".cmd"};
     int32_t result = 2;
-    const std::string dirs(list);
     size_t start = 0;
     while (start <= dirs.size()) {
         size_t end = dirs.find(';', start);
