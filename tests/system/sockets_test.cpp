@@ -196,7 +196,8 @@ TEST(Sockets, EchoesBinaryDataAndReportsItsState) {
     ASSERT_NE(s, 0);
     EXPECT_EQ(cSKT_IsAlive(s), kTrue);
     EXPECT_EQ(cSKT_NodeDelay(s), kTrue);
-    const std::string data("zero\0bytes\xff\x80 kept", 20);
+    static const char kData[] = "zero\0bytes\xff\x80 kept";
+    const std::string data(kData, sizeof kData - 1);
     ASSERT_TRUE(write_all(s, data));
     EXPECT_EQ(read_all(s, data.size()), data);
     // The connection is known by then, so the local address is the loopback's.
