@@ -70,6 +70,9 @@ def arg_kind(decl, arg, records):
         return "Record", None, True, vbtype
     if vbtype == "Any" and arg["c"].endswith("*"):
         return "Record", None, True, ANY_RECORD
+    if vbtype == "LongPtr" and not arg["c"].endswith("*"):
+        # A window handle or the like by value: the Long pool, sign-extended.
+        return "I32", "int32_t", False, None
     if vbtype not in SCALAR_KINDS:
         raise SweepError(f"{where}: the sweep does not know how to pass {vbtype}")
     suffix, ctype = SCALAR_KINDS[vbtype]

@@ -69,6 +69,9 @@ struct Excluded {
 const Excluded kExcluded[] = {
     {"cSetLocalDateTime", "sets the machine's clock"},
     {"cSetLocalTime", "sets the machine's clock"},
+    {"cKillProcess", "ends any process by identifier (1 is init; the sweep runs as root)"},
+    {"cProcessCreate", "starts whatever program its text names"},
+    {"cRunFile", "hands a document or an address to the desktop's open action"},
 };
 
 struct SafeValues {
@@ -87,6 +90,10 @@ const SafeValues kSafeValues[] = {
     {"cTypeClear", "Length", {"3", "0", "1", "-1", "65536", "-2147483648"}, "trusts the record's length"},
     {"cTypeMid", "Start", {"3", "0", "1", "-1", "-2147483648"}, "trusts the record's length"},
     {"cTypeMid", "Length", {"3", "0", "1", "-1", "-2147483648"}, "trusts the record's length"},
+    // "" is 127.0.0.1; any other name would go to the system's resolver and
+    // the network. Ports stay on the loopback host and connects never wait.
+    {"cSKT_ConnectTCP", "Host", {"null string", "\"\""}, "resolves host names over the network"},
+    {"cSKT_ConnectUDP", "Host", {"null string", "\"\""}, "resolves host names over the network"},
 };
 
 // Families that name files: their exports run with a fresh copy of the
