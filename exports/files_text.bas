@@ -212,3 +212,95 @@ Declare Function cFileCycle (ByVal File As String, ByVal Period As Integer) As I
 ' Returns: True (-1) when the file's last write, in local time, is later than FileDate
 '   and FileTime; False (0) when it is not or the file does not exist.
 Declare Function cFileHasChanged (ByVal File As String, ByVal FileDate As Long, ByVal FileTime As Long) As Integer
+' Joins two files end to end into a new file.
+' First: the file that comes first.
+' Second: the file that follows it.
+' Target: the file to create (replaced when it exists); it must be neither source.
+' Returns: the number of bytes written, or a code:
+'   - -32750: the first file cannot be opened.
+'   - -32752: the second file cannot be opened.
+'   - -32751: the target cannot be created, or it is one of the sources.
+'   - -32760, -32730, -32740: no buffer, a read error, a write error.
+'   The target is deleted when the call fails after creating it.
+' Note: the library fixed this function's codes: -32752 for the second source is its
+'   own, beside the family's codes.
+Declare Function cFileMerge (ByVal First As String, ByVal Second As String, ByVal Target As String) As Long
+' Joins any number of files end to end into a new file.
+' Every source is opened once before the target is created, so that a missing one leaves
+' no target behind.
+' Sources: a String array of the names, joined in the order of their indexes.
+' Target: the file to create (replaced when it exists); it must not be one of the sources.
+' Returns: the number of files joined, or a code:
+'   - -2: Sources is missing, not a String array or empty, holds an empty name, or Target
+'     is "".
+'   - -3: a source cannot be opened.
+'   - -4: the target cannot be created, or it is one of the sources.
+'   - -5: a read or write error, or no memory; the target is deleted.
+Declare Function cFileMergeExt (Sources() As String, ByVal Target As String) As Long
+' Replaces a text by another everywhere in a file.
+' The file is read line by line in pieces of at most 8,191 bytes; a match does not span
+' two pieces, and the matches in a piece do not overlap. Every byte outside the matches
+' is kept, line endings included. The new content goes to a uniquely named file in the
+' same directory, which replaces the original only when complete: a failure (a full disk,
+' say) leaves the original as it was. When nothing matches the file is not touched.
+' File: the file to change.
+' Search: the text to find; it ends at its first zero byte.
+' Replacement: the text put in its place; "" deletes the matches.
+' Reserved: not used; pass "".
+' CaseSensitive: 0 (False) finds the text without regard to case (letters A to Z); any
+'   other value exactly.
+' Returns: the number of replacements; 0 when nothing matched or File or Search is "";
+'   -32750 when the file cannot be opened or may not be written (read-only); -32751 when
+'   the new file cannot be made beside it; -32730 on a read error; -32740 on a write
+'   error or when the new file cannot take the original's place.
+' Note: the library decided the fourth argument has no use; the temporary name is made
+'   new each time, so two calls at once on files of one directory do not collide.
+Declare Function cFileSearchAndReplace (ByVal File As String, ByVal Search As String, ByVal Replacement As String, ByVal Reserved As String, ByVal CaseSensitive As Integer) As Long
+' Replaces characters of a file by others, as cChangeChars does in a string.
+' The pairs apply one after the other, each to the result of those before it, so
+' FromChars "ab" with ToChars "bc" turns both a and b into c. The file is rewritten as
+' cFileSearchAndReplace does: through a new file beside it that replaces it only when
+' complete, and not at all when nothing changes.
+' File: the file to change.
+' FromChars: the characters to replace; every byte counts.
+' ToChars: their replacements, in the same order; characters beyond the shorter of the
+'   two lists are ignored.
+' Reserved: not used; pass "".
+' Returns: the number of bytes changed; 0 when nothing changed or File, FromChars or
+'   ToChars is ""; the codes of cFileSearchAndReplace on failure, and -32760 when no
+'   buffer can be had.
+Declare Function cFileChangeChars (ByVal File As String, FromChars As String, ToChars As String, ByVal Reserved As String) As Long
+' Finds the first line, from a given one on, that holds a text.
+' The file is read in text mode in line pieces of at most 2,559 bytes, as cFileSearch
+' reads it; a line longer than that counts as several.
+' File: the file's name.
+' Text: the text to find; it ends at its first zero byte.
+' LineNumber: on entry the first line to look at, counted from 1 (below 1: the first);
+'   receives the number of the line found, and is left alone when none is.
+' CaseSensitive: 0 finds the text without regard to case (letters A to Z); any other value
+'   exactly.
+' Returns: the position of the text in the line found, from 1; 0 when no line holds it
+'   or File or Text is ""; -32750 when the file cannot be opened; -32730 on a read error.
+' Example:
+'   Dim L As Long, P As Long
+'   L = 1
+'   P = cFileSearchFromLine("app.log", "error", L, 0)
+'   Do While P > 0
+'       Debug.Print L, P
+'       L = L + 1
+'       P = cFileSearchFromLine("app.log", "error", L, 0)
+'   Loop
+Declare Function cFileSearchFromLine (ByVal File As String, ByVal Text As String, LineNumber As Long, ByVal CaseSensitive As Long) As Long
+' Finds the first line, from a given one on, that a wildcard pattern matches.
+' The whole line, without its line feed, must match the pattern, whose wildcards are those
+' of cPatternMatch: ? one character, * any run. Lines are read as cFileSearchFromLine
+' reads them.
+' File: the file's name.
+' Pattern: the pattern, as "*error*"; it ends at its first zero byte.
+' LineNumber: on entry the first line to look at, counted from 1 (below 1: the first);
+'   receives the number of the line found, and is left alone when none is.
+' CaseSensitive: 0 matches without regard to case (letters A to Z); any other value
+'   exactly.
+' Returns: True (-1) when a line matched; 0 when none does or File or Pattern is "";
+'   -32750 when the file cannot be opened; -32730 on a read error.
+Declare Function cFileSearchPatternFromLine (ByVal File As String, ByVal Pattern As String, LineNumber As Long, ByVal CaseSensitive As Long) As Long

@@ -1,14 +1,21 @@
 // Whole-file text operations: names by value in, one engine call, a count
 // or a code out.
 #include "files/case_copy.h"
+#include "files/file_merge.h"
 #include "files/file_sort.h"
 #include "files/file_text_search.h"
 #include "files/line_counts.h"
+#include "files/line_search.h"
 #include "files/log_cycle.h"
 #include "files/part_copy.h"
+#include "files/rewrite_in_place.h"
 #include "files/tab_runs.h"
 #include "files/text_file_codes.h"
 #include "frame/frame.h"
+
+#include <optional>
+#include <string>
+#include <vector>
 
 using namespace brindle::frame;
 using namespace brindle::files;
@@ -104,5 +111,67 @@ BRINDLE_EXPORT(int32_t) cFileSort(BSTR Source, BSTR Target, int16_t Order, int32
                                   int32_t KeyLength, int32_t *Count) {
     return guarded(int32_t{kSortNoBuffer}, [&] {
         return sort_file(name(Source), name(Target), FileSortSpec{Order, RecordLength, KeyStart, KeyLength}, Count);
+    });
+}
+
+BRINDLE_EXPORT(int32_t) cFileMerge(BSTR First, BSTR Second, BSTR Target) {
+    return guarded(int32_t{kTextNoBuffer}, [&] { return merge_two(name(First), name(Second), name(Target)); });
+}
+
+BRINDLE_EXPORT(int32_t) cFileMergeExt(SAFEARRAY **Sources, BSTR Target) {
+    return guarded(int32_t{kMergeFailed}, [&] {
+        ArrayElements list(Sources);
+        if (!list.present() || !list.holds_strings() || list.count() == 0)
+            return int32_t{kMergeNoNames};
+        std::vector<std::string> names;
+        for (int64_t i = list.lower(); i <= list.upper(); ++i) {
+            std::optional<std::string> s = list.get_string(static_cast<int32_t>(i));
+            if (!s)
+                return int32_t{kMergeNoNames};
+            names.push_back(s->substr(0, s->find('\0')));
+        }
+        return merge_list(names, name(Target));
+    });
+}
+
+BRINDLE_EXPORT(int32_t) cFileSearchAndReplace(BSTR File, BSTR Search, BSTR Replacement, BSTR Reserved, int16_t CaseSensitive) {
+    (void)Reserved;
+    return guarded(int32_t{kTextNoBuffer}, [&] {
+        return replace_in_file(name(File), name(Search), name(Replacement), CaseSensitive != 0);
+    });
+}
+
+BRINDLE_EXPORT(int32_t) cFileChangeChars(BSTR File, BSTR *FromChars, BSTR *ToChars, BSTR Reserved) {
+    (void)Reserved;
+    return guarded(int32_t{kTextNoBuffer}, [&] {
+        const StrArg from = StrArg::by_ref(FromChars), to = StrArg::by_ref(ToChars);
+        if (from.empty() || to.empty())
+            return int32_t{0};
+        return map_file_bytes(name(File), chained_byte_map(from.bytes(), to.bytes()));
+    });
+}
+
+BRINDLE_EXPORT(int32_t) cFileSearchFromLine(BSTR File, BSTR Text, int32_t *LineNumber, int32_t CaseSensitive) {
+    return guarded(int32_t{kTextReadError}, [&] {
+        LineHit hit;
+        const int32_t r = search_from_line(name(File), name(Text), LineNumber ? *LineNumber : 1, CaseSensitive != 0, false, &hit);
+        if (r != 1)
+            return r;
+        if (LineNumber != nullptr)
+            *LineNumber = hit.line;
+        return hit.position;
+    });
+}
+
+BRINDLE_EXPORT(int32_t) cFileSearchPatternFromLine(BSTR File, BSTR Pattern, int32_t *LineNumber, int32_t CaseSensitive) {
+    return guarded(int32_t{kTextReadError}, [&] {
+        LineHit hit;
+        const int32_t r =
+            search_from_line(name(File), name(Pattern), LineNumber ? *LineNumber : 1, CaseSensitive != 0, true, &hit);
+        if (r != 1)
+            return r;
+        if (LineNumber != nullptr)
+            *LineNumber = hit.line;
+        return int32_t{-1};
     });
 }
