@@ -13,7 +13,8 @@ namespace {
 
 class TextRewrite : public TempDirTest {
   protected:
-    static int32_t two(int32_t (*f)(BSTR, BSTR), std::string_view a, std::string_view b) {
+    // F: an export taking two names (a __stdcall function on 32-bit Windows).
+    template <class F> static int32_t two(F f, std::string_view a, std::string_view b) {
         Bstr x(a), y(b);
         return f(x.val(), y.val());
     }
