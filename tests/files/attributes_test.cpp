@@ -31,7 +31,7 @@ FileAttributes get(const std::string &f) {
     return a;
 }
 
-int16_t cmp(int16_t (*f)(BSTR *, BSTR *), const std::string &a, const std::string &b) {
+int16_t cmp(int16_t(BRINDLE_CALL *f)(BSTR *, BSTR *), const std::string &a, const std::string &b) {
     Bstr x(a), y(b);
     return f(x.ref(), y.ref());
 }
@@ -85,7 +85,7 @@ TEST_F(Attributes, SettersResettersAndQuestions) {
 #ifdef _WIN32
     GTEST_SKIP() << "open: fails under Wine run as root (read-only not refused, attribute words differ); not yet resolved";
 #endif
-    using Fn = int16_t (*)(BSTR *);
+    using Fn = int16_t(BRINDLE_CALL *)(BSTR *);
     struct Row {
         Fn set, reset, is;
         int16_t FileAttributes::*field;
