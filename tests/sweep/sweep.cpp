@@ -96,7 +96,8 @@ const SafeValues kSafeValues[] = {
 const char *const kFileFamilies[] = {
     "files_paths.bas", "files_search.bas", "compress_bytepair.bas", "compress_crc32.bas",
     "compress_gzip.bas", "compress_lzari.bas", "convert_btoa.bas", "arrays_dedup.bas",
-    "stores_huge_strings.bas", "stores_disk_images.bas", "system_profiles.bas",
+    "stores_huge_strings.bas", "stores_disk_images.bas", "system_profiles.bas", "crypto_blocks.bas",
+    "crypto_own.bas",
 };
 const char *const kFileArgWords[] = {"File", "Path", "Pattern", "Root", "Mask", "Prefix",
                                      "Source", "Target", "Drive", "Directory", "Ext"};
