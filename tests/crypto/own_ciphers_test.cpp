@@ -168,7 +168,10 @@ TEST_F(OwnCipherFiles, Codes) {
     EXPECT_EQ(crypt_file("p.bin", "t3", std::string("\0abc", 4)), -1); // zero-terminated key
     EXPECT_EQ(layered_file(true, "missing", "t4", "k", 2), -32750);
     EXPECT_EQ(layered_file(false, "p.bin", "no\\such\\t5", "k", 2), -32751);
-    EXPECT_EQ(crypt_file("p.bin", "P.BIN", "k"), std::filesystem::exists("P.BIN") ? -32751 : 7);
+    // Names that differ only in case are one file where the file system
+    // ignores case (Windows): refused there, a second file elsewhere.
+    const bool one_file = std::filesystem::exists("P.BIN");
+    EXPECT_EQ(crypt_file("p.bin", "P.BIN", "k"), one_file ? -32751 : 7);
     EXPECT_EQ(layered_file(false, "p.bin", "p.bin", "k", 2), -32751);
     for (const char *t : {"t1", "t2", "t3", "t4"})
         EXPECT_FALSE(std::filesystem::exists(t)) << t;
