@@ -104,7 +104,8 @@ const char *const kFileFamilies[] = {
     "files_paths.bas", "files_search.bas", "compress_bytepair.bas", "compress_crc32.bas",
     "compress_gzip.bas", "compress_lzari.bas", "convert_btoa.bas", "arrays_dedup.bas",
     "stores_huge_strings.bas", "stores_disk_images.bas", "system_profiles.bas", "files_copy.bas",
-    "files_attributes.bas", "streams_files.bas", "files_text.bas",
+    "files_attributes.bas", "streams_files.bas", "files_text.bas", "crypto_blocks.bas",
+    "crypto_own.bas",
 };
 const char *const kFileArgWords[] = {"File", "Path", "Pattern", "Root", "Mask", "Prefix",
                                      "Source", "Target", "Drive", "Directory", "Ext"};

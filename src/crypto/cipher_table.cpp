@@ -1,0 +1,56 @@
+#include "crypto/cipher_table.h"
+
+#include "crypto/des.h"
+#include "crypto/idea.h"
+#include "crypto/rijndael.h"
+
+namespace brindle::crypto {
+
+namespace {
+
+// A core with a fixed key size behind the framing's interface. The core
+// wipes its key schedule when it is destroyed; the key bytes are read from
+// the caller's string, not copied.
+template <class Core, std::size_t KeyBytes, std::size_t Block> class CoreCipher final : public BlockCipher {
+  public:
+    explicit CoreCipher(std::span<const uint8_t> key) : core_(std::span<const uint8_t, KeyBytes>(key.data(), KeyBytes)) {}
+    std::size_t block_size() const noexcept override { return Block; }
+    void encrypt_blocks(const uint8_t *in, uint8_t *out, std::size_t blocks) const noexcept override {
+        core_.encrypt_blocks(in, out, blocks);
+    }
+    void decrypt_blocks(const uint8_t *in, uint8_t *out, std::size_t blocks) const noexcept override {
+        core_.decrypt_blocks(in, out, blocks);
+    }
+
+  private:
+    Core core_;
+};
+
+template <class Core, std::size_t KeyBytes, std::size_t Block>
+std::unique_ptr<BlockCipher> make_core(std::span<const uint8_t> key) {
+    return std::make_unique<CoreCipher<Core, KeyBytes, Block>>(key);
+}
+
+constexpr CipherRow kRows[] = {
+    {CipherId::rijndael, "Rijndael", 32, 16, make_core<RijndaelKey, 32, 16>},
+    {CipherId::des, "DES", 8, 8, make_core<DesKey, 8, 8>},
+    {CipherId::idea, "IDEA", 16, 8, make_core<IdeaKey, 16, 8>},
+};
+
+} // namespace
+
+const CipherRow *cipher_row(CipherId id) noexcept {
+    for (const CipherRow &row : kRows)
+        if (row.id == id)
+            return &row;
+    return nullptr;
+}
+
+const CipherRow *aes_candidate(int code) noexcept {
+    const int c = code % 20; // C's remainder: a negative code stays negative
+    if (c < 1 || c > 5)
+        return nullptr;
+    return cipher_row(static_cast<CipherId>(c));
+}
+
+} // namespace brindle::crypto
