@@ -22,15 +22,7 @@ void encipher_run(const BlockCipher &cipher, uint8_t *bytes, std::size_t size, c
         cipher.encrypt_blocks(bytes, bytes, blocks);
         return;
     }
-    const std::size_t width = chain_width(block);
-    const uint8_t *previous = iv->data();
-    for (std::size_t b = 0; b < blocks; ++b) {
-        uint8_t *p = bytes + b * block;
-        for (std::size_t i = 0; i < width; ++i)
-            p[i] ^= previous[i];
-        cipher.encrypt_blocks(p, p, 1);
-        previous = p;
-    }
+    cipher.encrypt_chained(iv->data(), bytes, blocks, chain_width(block));
 }
 
 // Deciphers `size` bytes (whole blocks) of `in` into `out`, which does not

@@ -4,6 +4,8 @@
 #include "crypto/idea.h"
 #include "crypto/rijndael.h"
 
+#include <cstring>
+
 namespace brindle::crypto {
 
 namespace {
@@ -20,6 +22,16 @@ template <class Core, std::size_t KeyBytes, std::size_t Block> class CoreCipher 
     }
     void decrypt_blocks(const uint8_t *in, uint8_t *out, std::size_t blocks) const noexcept override {
         core_.decrypt_blocks(in, out, blocks);
+    }
+    void encrypt_chained(const uint8_t *iv, uint8_t *bytes, std::size_t blocks,
+                         std::size_t width) const noexcept override {
+        if constexpr (requires { &Core::encrypt_chained; }) {
+            uint8_t start[Block] = {};
+            std::memcpy(start, iv, width);
+            core_.encrypt_chained(std::span<const uint8_t, Block>(start, Block), bytes, bytes, blocks, width);
+        } else {
+            BlockCipher::encrypt_chained(iv, bytes, blocks, width);
+        }
     }
 
   private:
