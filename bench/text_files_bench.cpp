@@ -161,7 +161,7 @@ void BM_FileSortTenMillionLines(benchmark::State &state) {
         const pid_t child = fork();
         if (child == 0) {
             int32_t count = 0;
-            _exit(brindle::files::sort_file(file, out_file(), brindle::files::FileSortSpec{}, &count) == 0 ? 0 : 1);
+            _exit(brindle::files::sort_file(file, out_file(), brindle::files::FileSortRequest{}, &count) == 0 ? 0 : 1);
         }
         int status = 0;
         rusage usage{};

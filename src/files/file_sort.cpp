@@ -56,7 +56,7 @@ size_t translate_text(unsigned char *data, size_t n) {
 
 } // namespace
 
-int32_t sort_file(std::string_view source, std::string_view target, const FileSortSpec &spec, int32_t *stage) {
+int32_t sort_file(std::string_view source, std::string_view target, const FileSortRequest &request, int32_t *stage) {
     int32_t ignored = 0;
     if (stage == nullptr)
         stage = &ignored;
@@ -66,15 +66,15 @@ int32_t sort_file(std::string_view source, std::string_view target, const FileSo
         return kSortNoTarget;
     if (common::equal_no_case(source, target))
         return kSortSameFile;
-    const bool lines = spec.record_length < 1;
-    const size_t reclen = lines ? 0 : static_cast<size_t>(spec.record_length);
+    const bool lines = request.record_length < 1;
+    const size_t reclen = lines ? 0 : static_cast<size_t>(request.record_length);
     size_t key_start = 0, key_length = 0;
-    const bool keyed = spec.key_start >= 0;
+    const bool keyed = request.key_start >= 0;
     if (!lines && !keyed)
         return kSortBadKeyStart;
     if (keyed) {
-        key_start = static_cast<size_t>(spec.key_start);
-        key_length = spec.key_length < 1 ? SIZE_MAX : static_cast<size_t>(spec.key_length);
+        key_start = static_cast<size_t>(request.key_start);
+        key_length = request.key_length < 1 ? SIZE_MAX : static_cast<size_t>(request.key_length);
         if (!lines) {
             if (key_start >= reclen)
                 return kSortKeyBeyondRecord;
@@ -155,8 +155,8 @@ int32_t sort_file(std::string_view source, std::string_view target, const FileSo
     });
     *stage = -3;
 
-    const bool descending = spec.order == 2 || spec.order == 6 || spec.order == 10;
-    const bool no_case = spec.order == 9 || spec.order == 10;
+    const bool descending = request.order == 2 || request.order == 6 || request.order == 10;
+    const bool no_case = request.order == 9 || request.order == 10;
     const unsigned char *base = data.get();
     // A record's text as strings see it: for fixed records up to a zero byte.
     auto text_of = [&](const Record &r, const unsigned char **p, size_t *len) {

@@ -23,7 +23,7 @@ enum FileSortCode : int32_t {
     kSortWriteError = -16,
 };
 
-struct FileSortSpec {
+struct FileSortRequest {
     int16_t order = 1;          // 2, 6 descending; 9 ascending, 10 descending without case; else ascending
     int32_t record_length = 0;  // below 1: text lines
     int32_t key_start = -1;     // byte offset in the record; negative: the whole record
@@ -38,6 +38,6 @@ struct FileSortSpec {
 // ends them), keys as strings of at most the key length; a key that starts
 // past a line's end is empty. 0 or a FileSortCode; the target is deleted on
 // failure.
-int32_t sort_file(std::string_view source, std::string_view target, const FileSortSpec &spec, int32_t *stage);
+int32_t sort_file(std::string_view source, std::string_view target, const FileSortRequest &request, int32_t *stage);
 
 } // namespace brindle::files

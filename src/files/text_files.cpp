@@ -110,7 +110,7 @@ BRINDLE_EXPORT(int16_t) cFileHasChanged(BSTR File, int32_t FileDate, int32_t Fil
 BRINDLE_EXPORT(int32_t) cFileSort(BSTR Source, BSTR Target, int16_t Order, int32_t RecordLength, int32_t KeyStart,
                                   int32_t KeyLength, int32_t *Count) {
     return guarded(int32_t{kSortNoBuffer}, [&] {
-        return sort_file(name(Source), name(Target), FileSortSpec{Order, RecordLength, KeyStart, KeyLength}, Count);
+        return sort_file(name(Source), name(Target), FileSortRequest{Order, RecordLength, KeyStart, KeyLength}, Count);
     });
 }
 

@@ -5,7 +5,6 @@
 #include <windows.h>
 
 #include <cerrno>
-#include <cstdlib>
 #include <direct.h>
 #include <io.h>
 #include <string>
@@ -88,26 +87,6 @@ uint32_t system_move_file(std::string_view from, std::string_view to, bool repla
 Offload copy_offload(File &, File &, int64_t *copied) noexcept {
     *copied = 0;
     return Offload::Unsupported;
-}
-
-std::vector<std::string> program_directories() {
-    std::vector<std::string> out;
-    const char *path = std::getenv("PATH");
-    if (path == nullptr)
-        return out;
-    std::string item;
-    for (const char *p = path;; ++p) {
-        if (*p == ';' || *p == '\0') {
-            if (!item.empty())
-                out.push_back(item);
-            item.clear();
-            if (*p == '\0')
-                break;
-        } else {
-            item.push_back(*p);
-        }
-    }
-    return out;
 }
 
 } // namespace brindle::platform
