@@ -7,7 +7,8 @@
 # i386 architecture), OpenSSL's headers (libssl-dev: the Linux engine
 # tests compare the cipher cores with it; nothing shipped links it) and
 # Crypto++ (libcrypto++-dev: the cipher benchmark's anchor for DES and IDEA,
-# which OpenSSL 3 keeps out of its default provider; bench only). Safe
+# which OpenSSL 3 keeps out of its default provider, and the engine tests'
+# oracle for the ciphers OpenSSL lacks; tests and benchmarks only). Safe
 # to run again; installs nothing that is already there, and returns at
 # once, silently, when everything is. scripts/demo.sh
 # and scripts/test.sh call it first.
