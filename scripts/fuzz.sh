@@ -39,30 +39,54 @@ if [ ${#targets[@]} -eq 0 ]; then
     done
 fi
 
+# Runs one target; its verdict goes to build/fuzz/logs/<target>.verdict.
+run_target() {
+    local target=$1 program=$build/${1}_fuzz
+    local corpus=$build/corpus/$target findings=$PWD/$build/findings/$target
+    local log=$build/logs/$target.log verdict=$build/logs/$target.verdict
+    mkdir -p "$corpus" "$findings" "tests/data/fuzz/$target"
+    "$program" -max_total_time="$seconds" -timeout=10 -rss_limit_mb=2048 -max_len=4096 \
+        -artifact_prefix="$findings/" "$corpus" "tests/data/fuzz/$target" >"$log" 2>&1
+    local rc=$?
+    local runs
+    runs=$(grep -o '^Done [0-9]* runs' "$log" | tail -1 | cut -d' ' -f2)
+    if [ "$rc" -eq 0 ]; then
+        printf '  %-22s PASS (%s runs in %s s)\n' "$target" "${runs:-?}" "$seconds" >"$verdict"
+    else
+        {
+            printf '  %-22s FAIL (exit %s)\n' "$target" "$rc"
+            grep -E 'ERROR|check failed|SUMMARY' "$log" | head -5 | sed 's/^/      /'
+            grep -o "Test unit written to .*" "$log" | sed 's/^/      /'
+            echo "      full log: $log"
+        } >"$verdict"
+    fi
+}
+
+# The targets are single-threaded: run as many at once as there are
+# processors (FUZZ_JOBS to choose), and report them in order at the end.
+jobs=${FUZZ_JOBS:-$(nproc 2>/dev/null || echo 2)}
+mkdir -p "$build/logs"
 failed=0
+running=0
 for target in "${targets[@]}"; do
-    program=$build/${target}_fuzz
-    if [ ! -x "$program" ]; then
+    rm -f "$build/logs/$target.verdict"
+    if [ ! -x "$build/${target}_fuzz" ]; then
         echo "fuzz: no target named $target" >&2
         failed=1
         continue
     fi
-    corpus=$build/corpus/$target
-    findings=$PWD/$build/findings/$target
-    log=$build/logs/$target.log
-    mkdir -p "$corpus" "$findings" "$(dirname "$log")" "tests/data/fuzz/$target"
-    "$program" -max_total_time="$seconds" -timeout=10 -rss_limit_mb=2048 -max_len=4096 \
-        -artifact_prefix="$findings/" "$corpus" "tests/data/fuzz/$target" >"$log" 2>&1
-    rc=$?
-    runs=$(grep -o '^Done [0-9]* runs' "$log" | tail -1 | cut -d' ' -f2)
-    if [ "$rc" -eq 0 ]; then
-        printf '  %-22s PASS (%s runs in %s s)\n' "$target" "${runs:-?}" "$seconds"
-    else
-        failed=1
-        printf '  %-22s FAIL (exit %s)\n' "$target" "$rc"
-        grep -E 'ERROR|check failed|SUMMARY' "$log" | head -5 | sed 's/^/      /'
-        grep -o "Test unit written to .*" "$log" | sed 's/^/      /'
-        echo "      full log: $log"
+    if [ "$running" -ge "$jobs" ]; then
+        wait -n
+        running=$((running - 1))
     fi
+    run_target "$target" &
+    running=$((running + 1))
+done
+wait
+for target in "${targets[@]}"; do
+    verdict=$build/logs/$target.verdict
+    [ -f "$verdict" ] || continue
+    cat "$verdict"
+    grep -q ' FAIL ' "$verdict" && failed=1
 done
 exit "$failed"
