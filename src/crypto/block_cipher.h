@@ -33,6 +33,15 @@ class BlockCipher {
             previous = p;
         }
     }
+    // encrypt_chained over `runs` independent runs laid end to end, each of
+    // `run_blocks` blocks and each starting from `iv` (the file forms
+    // restart the chain at every chunk). A core that can run several chains
+    // side by side overrides this.
+    virtual void encrypt_chained_runs(const uint8_t *iv, uint8_t *bytes, std::size_t run_blocks,
+                                      std::size_t runs, std::size_t width) const noexcept {
+        for (std::size_t r = 0; r < runs; ++r)
+            encrypt_chained(iv, bytes + r * run_blocks * block_size(), run_blocks, width);
+    }
 };
 
 } // namespace brindle::crypto

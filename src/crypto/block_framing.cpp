@@ -45,6 +45,34 @@ void decipher_run(const BlockCipher &cipher, const uint8_t *in, uint8_t *out, st
 
 std::size_t padded(std::size_t n, std::size_t block) noexcept { return (n + block - 1) / block * block; }
 
+// The file forms read and write eight chunks at a time: fewer system calls,
+// and the chained form runs the eight chunks' chains side by side. The
+// layout stays the chunk's, whatever the batch.
+constexpr std::size_t kBatchBytes = 8 * kChunkBytes;
+
+// Enciphers `chunks` whole chunks in place, each chained from the IV.
+void encipher_chunks(const BlockCipher &cipher, uint8_t *bytes, std::size_t chunks, const ChainIv *iv) noexcept {
+    if (chunks == 0)
+        return;
+    const std::size_t block = cipher.block_size();
+    if (iv == nullptr)
+        cipher.encrypt_blocks(bytes, bytes, chunks * kChunkBytes / block);
+    else
+        cipher.encrypt_chained_runs(iv->data(), bytes, kChunkBytes / block, chunks, chain_width(block));
+}
+
+// Deciphers `size` bytes (whole blocks) of `in` into `out`: whole chunks
+// and at most one short last one, each chained from the IV.
+void decipher_chunks(const BlockCipher &cipher, const uint8_t *in, uint8_t *out, std::size_t size,
+                     const ChainIv *iv) noexcept {
+    if (iv == nullptr) {
+        decipher_run(cipher, in, out, size, nullptr, nullptr);
+        return;
+    }
+    for (std::size_t at = 0; at < size; at += kChunkBytes)
+        decipher_run(cipher, in + at, out + at, std::min(kChunkBytes, size - at), iv, nullptr);
+}
+
 } // namespace
 
 std::optional<ChainIv> chain_iv(std::string_view iv) noexcept {
@@ -106,7 +134,7 @@ void decipher_bytes(const BlockCipher &cipher, std::span<const uint8_t> encipher
 int32_t encipher_file(const BlockCipher &cipher, std::string_view source, std::string_view target,
                       const ChainIv *iv) {
     const std::size_t block = cipher.block_size();
-    SecretBuffer buffer(kChunkBytes);
+    SecretBuffer buffer(kBatchBytes);
     if (!buffer.ok())
         return kFileNoBuffer;
     platform::File in;
@@ -118,26 +146,34 @@ int32_t encipher_file(const BlockCipher &cipher, std::string_view source, std::s
     uint64_t total = 0;
     bool counted = false;
     for (;;) {
-        const int64_t got = in.read(buffer.data(), kChunkBytes);
+        const int64_t got = in.read(buffer.data(), kBatchBytes);
         if (got < 0)
             return kFileReadFailed;
-        if (got == 0)
-            break;
+        // Whole chunks, then the short last chunk if the source ends here
+        // (when the batch is short, at most seven chunks precede it, so its
+        // padding fits the buffer).
         const auto n = static_cast<std::size_t>(got);
-        const std::size_t size = padded(n, block);
-        std::memset(buffer.data() + n, 0, size - n);
-        encipher_run(cipher, buffer.data(), size, iv);
-        if (!out.write(buffer.data(), size))
+        const std::size_t whole = n / kChunkBytes;
+        const std::size_t tail = n - whole * kChunkBytes;
+        encipher_chunks(cipher, buffer.data(), whole, iv);
+        std::size_t size = whole * kChunkBytes;
+        const std::size_t padded_tail = padded(tail, block);
+        if (tail > 0) {
+            std::memset(buffer.data() + n, 0, padded_tail - tail);
+            encipher_run(cipher, buffer.data() + size, padded_tail, iv);
+            size += padded_tail;
+        }
+        if (size > 0 && !out.write(buffer.data(), size))
             return kFileWriteFailed;
         total += size;
-        if (size != n) {
-            const auto count = static_cast<uint8_t>(size - n);
+        if (padded_tail != tail) {
+            const auto count = static_cast<uint8_t>(padded_tail - tail);
             if (!out.write(&count, 1))
                 return kFileCountWriteFailed;
             total += 1;
             counted = true;
         }
-        if (n < kChunkBytes)
+        if (n < kBatchBytes)
             break; // the end of the source
     }
     if (!counted) {
@@ -154,11 +190,11 @@ int32_t encipher_file(const BlockCipher &cipher, std::string_view source, std::s
 int32_t decipher_file(const BlockCipher &cipher, std::string_view source, std::string_view target,
                       const ChainIv *iv) {
     const std::size_t block = cipher.block_size();
-    // One chunk and one block more: when the buffer fills, at least a block
-    // follows the chunk, so the count byte cannot belong to it.
-    const std::size_t capacity = kChunkBytes + block;
+    // One batch and one block more: when the buffer fills, at least a block
+    // follows the batch, so the count byte cannot belong to it.
+    const std::size_t capacity = kBatchBytes + block;
     SecretBuffer input(capacity);
-    SecretBuffer plain(kChunkBytes);
+    SecretBuffer plain(kBatchBytes);
     if (!input.ok() || !plain.ok())
         return kFileNoBuffer;
     platform::File in;
@@ -175,15 +211,15 @@ int32_t decipher_file(const BlockCipher &cipher, std::string_view source, std::s
             return kFileReadFailed;
         have += static_cast<std::size_t>(got);
         if (have == capacity) {
-            decipher_run(cipher, input.data(), plain.data(), kChunkBytes, iv, nullptr);
-            if (!out.write(plain.data(), kChunkBytes))
+            decipher_chunks(cipher, input.data(), plain.data(), kBatchBytes, iv);
+            if (!out.write(plain.data(), kBatchBytes))
                 return kFileWriteFailed;
-            total += kChunkBytes;
-            std::memmove(input.data(), input.data() + kChunkBytes, block);
+            total += kBatchBytes;
+            std::memmove(input.data(), input.data() + kBatchBytes, block);
             have = block;
             continue;
         }
-        // The end: the last chunk (whole blocks, at most one chunk) and the
+        // The end: the last chunks (whole blocks, at most one batch) and the
         // count byte.
         if (have == 0 || (have - 1) % block != 0)
             return kFileReadFailed;
@@ -191,7 +227,7 @@ int32_t decipher_file(const BlockCipher &cipher, std::string_view source, std::s
         const std::size_t count = input.data()[body];
         if (count >= block || count > body)
             return kFileReadFailed;
-        decipher_run(cipher, input.data(), plain.data(), body, iv, nullptr);
+        decipher_chunks(cipher, input.data(), plain.data(), body, iv);
         if (!out.write(plain.data(), body - count))
             return kFileWriteFailed;
         total += body - count;

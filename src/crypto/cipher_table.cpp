@@ -33,6 +33,16 @@ template <class Core, std::size_t KeyBytes, std::size_t Block> class CoreCipher 
             BlockCipher::encrypt_chained(iv, bytes, blocks, width);
         }
     }
+    void encrypt_chained_runs(const uint8_t *iv, uint8_t *bytes, std::size_t run_blocks, std::size_t runs,
+                              std::size_t width) const noexcept override {
+        if constexpr (requires { &Core::encrypt_chained_runs; }) {
+            uint8_t start[Block] = {};
+            std::memcpy(start, iv, width);
+            core_.encrypt_chained_runs(std::span<const uint8_t, Block>(start, Block), bytes, run_blocks, runs, width);
+        } else {
+            BlockCipher::encrypt_chained_runs(iv, bytes, run_blocks, runs, width);
+        }
+    }
 
   private:
     Core core_;

@@ -318,6 +318,7 @@ TEST_F(BlockCipherFiles, DamagedSourcesAreRefusedAndTheTargetDeleted) {
 // partial target is gone. Run in a child so the limit stays there.
 TEST_F(BlockCipherFiles, FailedWriteDeletesTheTarget) {
     write_file("p.bin", sample(100000));
+    ASSERT_EQ(file_call(cRIJNDAELencryptFile, "p.bin", "p.enc", kAesKey), 100001);
     const pid_t pid = fork();
     ASSERT_GE(pid, 0);
     if (pid == 0) {
@@ -325,7 +326,7 @@ TEST_F(BlockCipherFiles, FailedWriteDeletesTheTarget) {
         const rlimit limit{40000, 40000};
         setrlimit(RLIMIT_FSIZE, &limit);
         const int32_t r = file_call(cRIJNDAELencryptFile, "p.bin", "big.enc", kAesKey);
-        const int32_t d = file_call(cRIJNDAELdecryptFile, "p.bin", "big.out", kAesKey);
+        const int32_t d = file_call(cRIJNDAELdecryptFile, "p.enc", "big.out", kAesKey);
         _exit(r == -41 && d == -41 && !std::filesystem::exists("big.enc") && !std::filesystem::exists("big.out") ? 0 : 1);
     }
     int status = 0;

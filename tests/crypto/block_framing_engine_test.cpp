@@ -5,7 +5,9 @@
 // count byte and the 15-byte chaining applied here by the test.
 #include "crypto/block_framing.h"
 #include "crypto/cipher_table.h"
+#include "crypto/rijndael.h"
 #include "crypto/vector_file.h"
+#include "support/temp_dir.h"
 
 #include <gtest/gtest.h>
 
@@ -95,6 +97,74 @@ TEST(BlockFraming, DamagedLayouts) {
     }
     EXPECT_FALSE(chain_iv("fifteen bytes!!").has_value());
     EXPECT_EQ(*chain_iv(""), ChainIv{});
+}
+
+// Separate chains side by side give what one chain at a time gives, for
+// every count of runs (the eight-, four- and one-lane passes) and on both
+// paths of the core.
+TEST(BlockFraming, ChainedRunsEqualOneChainAtATime) {
+    std::mt19937_64 rng(7);
+    std::vector<uint8_t> key(32), iv(16);
+    for (auto &b : key)
+        b = static_cast<uint8_t>(rng());
+    for (auto &b : iv)
+        b = static_cast<uint8_t>(rng());
+    for (const RijndaelPath path : {RijndaelPath::best, RijndaelPath::portable}) {
+        const RijndaelKey core(std::span<const uint8_t, 32>(key.data(), 32), path);
+        for (const std::size_t runs : {1u, 3u, 4u, 7u, 8u, 9u, 13u}) {
+            const std::size_t run_blocks = 5;
+            std::vector<uint8_t> one(runs * run_blocks * 16);
+            for (auto &b : one)
+                b = static_cast<uint8_t>(rng());
+            std::vector<uint8_t> side = one;
+            for (std::size_t r = 0; r < runs; ++r)
+                core.encrypt_chained(std::span<const uint8_t, 16>(iv.data(), 16), one.data() + r * run_blocks * 16,
+                                     one.data() + r * run_blocks * 16, run_blocks, 15);
+            core.encrypt_chained_runs(std::span<const uint8_t, 16>(iv.data(), 16), side.data(), run_blocks, runs, 15);
+            EXPECT_EQ(side, one) << "runs " << runs << (path == RijndaelPath::portable ? " portable" : "");
+        }
+    }
+}
+
+// The file forms read eight chunks at a time; whatever the size, the file is
+// the string form of each 32,768-byte chunk (each chained from the IV again)
+// laid end to end, with one count byte after the short last chunk or a zero
+// byte at the end.
+class BlockFramingFiles : public brindle::test::TempDirTest {};
+
+TEST_F(BlockFramingFiles, BatchesKeepTheChunkLayout) {
+    std::mt19937_64 rng(9);
+    std::vector<uint8_t> key(32);
+    for (auto &b : key)
+        b = static_cast<uint8_t>(rng());
+    ChainIv iv;
+    for (auto &b : iv)
+        b = static_cast<uint8_t>(rng());
+    const auto cipher = cipher_row(CipherId::rijndael)->make(key);
+    const std::size_t chunk = kChunkBytes;
+    for (const std::size_t size : {chunk - 1, chunk, 7 * chunk + 5, 8 * chunk - 1, 8 * chunk, 8 * chunk + 1,
+                                   8 * chunk + 16, 9 * chunk + 17, 16 * chunk, 17 * chunk + 3}) {
+        std::string plain(size, '\0');
+        for (auto &c : plain)
+            c = static_cast<char>(rng());
+        write_file("p.bin", plain);
+        for (const ChainIv *chain : std::initializer_list<const ChainIv *>{nullptr, &iv}) {
+            std::string expected;
+            for (std::size_t at = 0; at < size; at += chunk) {
+                const std::string_view piece = std::string_view(plain).substr(at, chunk);
+                const auto enc = encipher(*cipher, std::vector<uint8_t>(piece.begin(), piece.end()), chain);
+                expected.append(enc.begin(), enc.end() - (piece.size() % 16 == 0 ? 1 : 0));
+            }
+            if (size % 16 == 0)
+                expected.push_back('\0');
+            const std::string mode = chain ? "CBC" : "ECB";
+            ASSERT_EQ(encipher_file(*cipher, "p.bin", "p.enc", chain), static_cast<int32_t>(expected.size()))
+                << mode << " " << size;
+            EXPECT_TRUE(read_file("p.enc") == expected) << mode << " " << size;
+            ASSERT_EQ(decipher_file(*cipher, "p.enc", "p.back", chain), static_cast<int32_t>(size)) << mode << " " << size;
+            EXPECT_TRUE(read_file("p.back") == plain) << mode << " " << size;
+        }
+    }
 }
 
 #ifdef BRINDLE_TEST_OPENSSL
