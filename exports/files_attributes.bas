@@ -50,7 +50,11 @@ End Type
 ' Returns: -1 on success; 0 with the runtime's error number in Attributes.Status.
 ' Note: on Linux and macOS read-only means that nobody has write permission;
 '   hidden, system and archive are kept in an extended attribute as Wine and Samba
-'   keep them, and a name beginning with a full stop is always hidden.
+'   keep them, and a name beginning with a full stop is always hidden (on Windows
+'   only the stored bit makes a file hidden). Everywhere a new file reads as archive,
+'   and Normal is set only when no other bit is. Under Wine the word is what Wine
+'   keeps: archive on every file, even after it was cleared, so Normal never; no
+'   read-only bit on a directory; and names beginning with a full stop hidden.
 Declare Function cFileGetAttrib (FileName As String, Attributes As FileAttributes) As Integer
 ' Sets the attributes of a file from a record.
 ' Archive, Hidden, Normal, ReadOnly and System are read (any value but 0 sets the
@@ -58,6 +62,11 @@ Declare Function cFileGetAttrib (FileName As String, Attributes As FileAttribute
 ' FileName: the file or directory.
 ' Attributes: the flags; its Status receives -1 or the runtime's error number.
 ' Returns: -1 on success; 0 on failure (Attributes.Status says why).
+' Note: a bit asked for that the system does not keep fails the call with 13 and
+'   leaves the attributes as they were, so that nobody believes a file protected that
+'   is not: hidden, system or archive on a Linux file system without extended
+'   attributes, read-only on a directory under Wine. An archive bit that the system
+'   keeps whatever is asked (Wine) is no failure; it simply reads as set afterwards.
 Declare Function cFileSetAttrib (FileName As String, Attributes As FileAttributes) As Integer
 ' Sets exactly the read-only, hidden, system and archive bits of a file (39).
 ' FileName: the file.

@@ -32,7 +32,8 @@ Declare Function cGetIni (ByVal Section As String, ByVal Key As String, ByVal De
 ' FileName: the profile file; a bare name (no backslash or slash) is a file in the
 '   Windows directory.
 ' Returns: non-zero when the file was written or nothing needed to change; 0 when the
-'   file could not be read or written.
+'   file could not be read or written, and for a read-only file (for every user, as
+'   Windows refuses it).
 ' Example:
 '   Call cPutIni("Window", "Width", "800", "C:\App\app.ini")
 Declare Function cPutIni (ByVal Section As String, ByVal Key As String, ByVal Value As String, ByVal FileName As String) As Long

@@ -249,10 +249,16 @@ BRINDLE_EXPORT(int16_t)
 cGetFileDateTime(BSTR *FileName, FileTimeParts *Created, FileTimeParts *Accessed, FileTimeParts *Written) {
     return guarded(int16_t{9}, [&] {
         const std::string name = name_of(FileName);
-        if (name.empty() || !platform::File::open(name, platform::OpenMode::Read).is_open())
+        if (name.empty())
             return int16_t{8};
+        // The times are taken before the open: a runtime that reads from a
+        // file as it opens it (Wine's does) would otherwise move the last
+        // access time this call reports.
         platform::FileTimes t;
-        if (platform::get_file_times(name, &t) != platform::kNoError)
+        const bool have_times = platform::get_file_times(name, &t) == platform::kNoError;
+        if (!platform::File::open(name, platform::OpenMode::Read).is_open())
+            return int16_t{8};
+        if (!have_times)
             return int16_t{9};
         int16_t failed = 0;
         const auto c = calendar_from_file_time(t.created), a = calendar_from_file_time(t.accessed),

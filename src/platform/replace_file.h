@@ -18,6 +18,7 @@ File create_file_beside(std::string_view beside, std::string *name);
 // Puts `replacement` in the place of `target` in one step (a reader sees
 // the old file or the new, never a mixture), keeping the target's
 // permissions or attributes. False, with both files as they were, when the
+// target is read-only (for every user, as platform/file_ops.h says) or the
 // system refuses.
 bool replace_file(std::string_view replacement, std::string_view target);
 

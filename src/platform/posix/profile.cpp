@@ -230,8 +230,14 @@ int32_t profile_write(const char *section, const char *key, const char *value, c
     const Loaded loaded = load(target.path, &bytes);
     if (loaded == Loaded::Failed)
         return 0;
-    if (loaded == Loaded::Text && ::access(target.path.c_str(), W_OK) != 0)
-        return 0; // a read-only file is not written
+    // A read-only file is not written, whoever asks: root passes the
+    // system's access test, so the permission bits are read as Windows
+    // reads its attribute (no write bit at all: read-only).
+    struct stat st;
+    if (loaded == Loaded::Text &&
+        (::stat(target.path.c_str(), &st) != 0 || (st.st_mode & (S_IWUSR | S_IWGRP | S_IWOTH)) == 0 ||
+         ::access(target.path.c_str(), W_OK) != 0))
+        return 0;
     ProfileText text(std::move(bytes));
     bool changed;
     if (key == nullptr)

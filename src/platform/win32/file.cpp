@@ -4,7 +4,9 @@
 // of the runtime is done portably by TextReader/TextWriter, and a descriptor
 // in the runtime's own text mode would translate a second time.
 #include "platform/file.h"
+#include "platform/file_ops.h"
 #include "platform/ole.h"
+#include "platform/win32/read_only.h"
 
 #include <cerrno>
 #include <cstdio>
@@ -78,9 +80,25 @@ File File::open(std::string_view path, OpenMode mode, int *error) {
             *error = native.empty() ? kNoSuchFile : kInvalid;
         return File();
     }
+    // A read-only file is not opened for writing, whoever asks. The file is
+    // opened without truncation first and checked through its handle, so
+    // that a refused open leaves it whole; only then is it emptied.
+    const int flags = open_flags(mode);
+    const bool writes = (flags & (_O_WRONLY | _O_RDWR)) != 0;
     int fd = -1;
-    const errno_t rc = _sopen_s(&fd, native.c_str(), open_flags(mode) | _O_BINARY | _O_NOINHERIT, _SH_DENYNO,
-                                _S_IREAD | _S_IWRITE);
+    errno_t rc = _sopen_s(&fd, native.c_str(), (flags & ~_O_TRUNC) | _O_BINARY | _O_NOINHERIT, _SH_DENYNO,
+                          _S_IREAD | _S_IWRITE);
+    if (rc == 0 && fd >= 0 && writes) {
+        const HANDLE h = reinterpret_cast<HANDLE>(::_get_osfhandle(fd));
+        if (win32::read_only_handle(h))
+            rc = kAccessDenied;
+        else if ((flags & _O_TRUNC) != 0)
+            rc = ::_chsize_s(fd, 0);
+        if (rc != 0) {
+            ::_close(fd);
+            fd = -1;
+        }
+    }
     if (rc != 0 || fd < 0) {
         if (error)
             *error = runtime_error(rc != 0 ? rc : errno);
@@ -170,11 +188,8 @@ int64_t file_size(std::string_view path) {
     return static_cast<int64_t>((static_cast<uint64_t>(data.nFileSizeHigh) << 32) | data.nFileSizeLow);
 }
 
-bool delete_file(std::string_view path) {
-    const std::string native = native_path(path);
-    // DeleteFile refuses a directory by itself.
-    return usable(native) && DeleteFileA(native.c_str()) != 0;
-}
+// A read-only file stays (platform/file_ops.h).
+bool delete_file(std::string_view path) { return remove_file(path) == kNoError; }
 
 bool rename_file(std::string_view from, std::string_view to, int *error) {
     const std::string a = native_path(from), b = native_path(to);
@@ -183,11 +198,12 @@ bool rename_file(std::string_view from, std::string_view to, int *error) {
             *error = a.empty() || b.empty() ? kNoSuchFile : kInvalid;
         return false;
     }
-    // The runtime's rename refuses an existing target (with EACCES), as the
-    // library's rule wants.
+    // The runtime's rename refuses an existing target, as the library's
+    // rule wants; Microsoft's runtime says EACCES, Wine's EEXIST, and the
+    // library says 13 on every system.
     if (std::rename(a.c_str(), b.c_str()) != 0) {
         if (error)
-            *error = runtime_error(errno);
+            *error = errno == EEXIST ? kAccessDenied : runtime_error(errno);
         return false;
     }
     if (error)

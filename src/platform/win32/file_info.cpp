@@ -78,13 +78,30 @@ int set_attributes(std::string_view path, uint32_t attributes) {
     if (!usable(path))
         return kNoSuchFile;
     const std::string text(path);
+    const DWORD before = ::GetFileAttributesA(text.c_str());
+    if (before == INVALID_FILE_ATTRIBUTES)
+        return last_error_to_runtime(::GetLastError());
     // The system takes the directory and compressed bits from the object
     // itself; asking for nothing else means "normal".
-    DWORD a = attributes & ~static_cast<DWORD>(kAttrDirectory | kAttrCompressed | kAttrReparsePoint | kAttrNormal);
+    const DWORD kept = kAttrDirectory | kAttrCompressed | kAttrReparsePoint | kAttrNormal;
+    DWORD a = attributes & ~kept;
     if (a == 0)
         a = FILE_ATTRIBUTE_NORMAL;
     if (!::SetFileAttributesA(text.c_str(), a))
         return last_error_to_runtime(::GetLastError());
+    // A bit the system accepted but does not keep (Wine keeps no read-only
+    // bit on a directory) is a failure, as it is on POSIX: the caller must
+    // not believe a directory protected that is not.
+    // The file goes back to what it was. Archive is the exception the other
+    // way: Wine reports it on every file, and a bit that cannot be cleared
+    // is reported as it stands.
+    const DWORD wanted = attributes & (kAttrReadOnly | kAttrHidden | kAttrSystem | kAttrArchive | kAttrTemporary);
+    const DWORD after = ::GetFileAttributesA(text.c_str());
+    if (after != INVALID_FILE_ATTRIBUTES && (after & wanted) != wanted) {
+        const DWORD old = before & ~kept;
+        ::SetFileAttributesA(text.c_str(), old != 0 ? old : FILE_ATTRIBUTE_NORMAL);
+        return kAccessDenied;
+    }
     return kNoError;
 }
 

@@ -1,6 +1,8 @@
 // Delete, directories, the system's copy and move on Windows: the runtime's
-// and the system's own calls, which keep the read-only rule themselves.
+// and the system's own calls, after the library's own check of the
+// read-only rule (platform/win32/read_only.h).
 #include "platform/file_ops.h"
+#include "platform/win32/read_only.h"
 
 #include <windows.h>
 
@@ -34,6 +36,8 @@ int remove_file(std::string_view path) {
     const std::string native = native_path(path);
     if (!usable(native))
         return native.empty() ? kNoSuchFile : kInvalid;
+    if (win32::read_only_entry(native))
+        return kAccessDenied;
     return ::_unlink(native.c_str()) == 0 ? kNoError : runtime_of(errno);
 }
 
@@ -48,9 +52,7 @@ int remove_directory(std::string_view path) {
     const std::string native = native_path(path);
     if (!usable(native))
         return native.empty() ? kNoSuchFile : kInvalid;
-    const DWORD a = ::GetFileAttributesA(native.c_str());
-    if (a != INVALID_FILE_ATTRIBUTES && (a & FILE_ATTRIBUTE_DIRECTORY) && (a & FILE_ATTRIBUTE_READONLY) &&
-        !(a & FILE_ATTRIBUTE_REPARSE_POINT))
+    if (win32::read_only_entry(native, true))
         return kAccessDenied; // a read-only directory stays, as the rule says everywhere
     return ::_rmdir(native.c_str()) == 0 ? kNoError : runtime_of(errno);
 }
@@ -61,6 +63,8 @@ uint32_t system_copy_file(std::string_view from, std::string_view to, bool fail_
         return a.empty() || b.empty() ? kSysPathNotFound : kSysInvalidName;
     if (!fail_if_exists && same_file(a, b))
         return kSysSharingViolation; // never truncate the source through a second name
+    if (!fail_if_exists && win32::read_only_entry(b))
+        return kSysAccessDenied;
     if (::CopyFileExA(a.c_str(), b.c_str(), nullptr, nullptr, nullptr, fail_if_exists ? COPY_FILE_FAIL_IF_EXISTS : 0))
         return kSysOk;
     const DWORD e = ::GetLastError();
@@ -73,6 +77,8 @@ uint32_t system_move_file(std::string_view from, std::string_view to, bool repla
         return a.empty() || b.empty() ? kSysPathNotFound : kSysInvalidName;
     if (replace && same_file(a, b) && a != b)
         return kSysAccessDenied; // two names of one file
+    if (replace && win32::read_only_entry(b) && !same_file(a, b))
+        return kSysAccessDenied;
     DWORD flags = 0;
     if (replace)
         flags |= MOVEFILE_REPLACE_EXISTING;

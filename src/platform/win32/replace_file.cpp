@@ -1,6 +1,7 @@
 // The atomic replace on Windows: MoveFileEx over the target, after giving
-// the replacement the target's attributes (a read-only target refuses the
-// move, as it refuses any write).
+// the replacement the target's attributes. A read-only target refuses the
+// move, as it refuses any write; the library checks that itself, since not
+// every system refuses it for every user.
 #include "platform/replace_file.h"
 
 #include <windows.h>
