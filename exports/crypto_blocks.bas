@@ -1,5 +1,5 @@
-' Block ciphers: Rijndael, DES and IDEA for strings and files, and the AES candidates
-' by a numeric code in ECB and in a 15-byte CBC.
+' Block ciphers: Rijndael, MARS, RC6, CAST-256, DES and IDEA for strings and files,
+' and the AES candidates by a numeric code in ECB and in a 15-byte CBC.
 '
 ' Every form pads the data with zero bytes to whole cipher blocks and adds one plain
 ' byte that counts the padding; the key string is used as raw bytes (no hashing).
@@ -66,8 +66,8 @@ Declare Function cRIJNDAELdecryptFile (ByVal SourceFile As String, ByVal TargetF
 ' The codes are taken modulo 20, so the CBC codes 21 to 25 name the same ciphers: 1
 ' MARS, 2 RC6, 3 Rijndael, 4 Serpent, 5 Twofish. The layout is that of
 ' cRIJNDAELencrypt; code 3 gives exactly its result.
-' Code: the cipher; this version has Rijndael (3) only: 1, 2, 4 and 5 give "" as a code
-'   that names no cipher does.
+' Code: the cipher; this version has MARS (1), RC6 (2) and Rijndael (3): 4 and 5 give ""
+'   as a code that names no cipher does.
 ' Txt: the string to encipher.
 ' Key: the key; at least 32 bytes, of which the first 32 are the 256-bit key.
 ' Returns: the enciphered string; "" when Code names no cipher of this version, Txt is ""
@@ -103,8 +103,8 @@ Declare Function cAES2RNDdecryptFile (ByVal Code As Integer, ByVal SourceFile As
 ' (first block) or of the ciphertext block before it; byte 16 of every block is never
 ' chained. This is not the standard 16-byte CBC, and the two do not read each other's
 ' data. Padding and count byte as for cRIJNDAELencrypt.
-' Code: the cipher, modulo 20 (21 to 25 as 1 to 5); this version has Rijndael (3, 23)
-'   only.
+' Code: the cipher, modulo 20 (21 to 25 as 1 to 5); this version has MARS, RC6 and
+'   Rijndael (1 to 3, 21 to 23).
 ' Txt: the string to encipher.
 ' Key: the key; at least 32 bytes.
 ' IV: the initialisation vector: at least 16 bytes, of which the first 15 are used; ""
@@ -201,3 +201,94 @@ Declare Function cIDEAencryptFile (ByVal SourceFile As String, ByVal TargetFile 
 ' Key: the key it was enciphered with.
 ' Returns: the bytes written, or a code as for cDESdecryptFile.
 Declare Function cIDEAdecryptFile (ByVal SourceFile As String, ByVal TargetFile As String, Key As String) As Long
+' Enciphers a string with MARS (the AES second-round version, 256-bit key) in ECB mode.
+' The text is padded with zero bytes to a multiple of 16 and enciphered block by block;
+' one plain byte follows that holds the number of padding bytes (0 to 15), as for
+' cRIJNDAELencrypt; cAES2RNDencrypt gives the same bytes where it has a code for the
+' cipher. MARS looks up tables with data
+' and key bytes, so its timing is not constant: do not use it where an observer can
+' time or watch the memory of the computer doing the enciphering.
+' Txt: the string to encipher.
+' Key: the key; at least 32 bytes, of which the first 32 are the 256-bit key (read as little-endian 32-bit words).
+' Returns: the enciphered string; "" when Txt is "" or Key is shorter than 32 bytes.
+Declare Function cMARSencrypt (Txt As String, Key As String) As String
+' Deciphers a string made by cMARSencrypt.
+' Txt: the enciphered string: whole 16-byte blocks and the count byte.
+' Key: the key it was enciphered with (the first 32 bytes count).
+' Returns: the original string; "" when Txt is "", Key is shorter than 32 bytes, or Txt
+'   cannot be an enciphered string (as for cRIJNDAELdecrypt).
+Declare Function cMARSdecrypt (Txt As String, Key As String) As String
+' Enciphers a file with MARS (the AES second-round version, 256-bit key) in ECB mode.
+' The layout is that of cRIJNDAELencryptFile: (source size rounded up to 16) + 1 bytes.
+' SourceFile: the file to encipher.
+' TargetFile: the enciphered file to write; an existing one is replaced.
+' Key: the key; at least 32 bytes, of which the first 32 are the 256-bit key.
+' Returns: the bytes written, or a code as for cRIJNDAELencryptFile (-1 when Key is
+'   shorter than 32 bytes).
+Declare Function cMARSencryptFile (ByVal SourceFile As String, ByVal TargetFile As String, Key As String) As Long
+' Deciphers a file made by cMARSencryptFile.
+' SourceFile: the enciphered file.
+' TargetFile: the file to write; an existing one is replaced.
+' Key: the key it was enciphered with.
+' Returns: the bytes written (the original size), or a code as for cRIJNDAELdecryptFile.
+Declare Function cMARSdecryptFile (ByVal SourceFile As String, ByVal TargetFile As String, Key As String) As Long
+' Enciphers a string with RC6 (RC6-32/20/32: 20 rounds, 256-bit key) in ECB mode.
+' The text is padded with zero bytes to a multiple of 16 and enciphered block by block;
+' one plain byte follows that holds the number of padding bytes (0 to 15), as for
+' cRIJNDAELencrypt; cAES2RNDencrypt gives the same bytes where it has a code for the
+' cipher. RC6 has no tables: it uses
+' multiplications and rotations only.
+' Txt: the string to encipher.
+' Key: the key; at least 32 bytes, of which the first 32 are the 256-bit key (read as little-endian 32-bit words).
+' Returns: the enciphered string; "" when Txt is "" or Key is shorter than 32 bytes.
+Declare Function cRC6encrypt (Txt As String, Key As String) As String
+' Deciphers a string made by cRC6encrypt.
+' Txt: the enciphered string: whole 16-byte blocks and the count byte.
+' Key: the key it was enciphered with (the first 32 bytes count).
+' Returns: the original string; "" when Txt is "", Key is shorter than 32 bytes, or Txt
+'   cannot be an enciphered string (as for cRIJNDAELdecrypt).
+Declare Function cRC6decrypt (Txt As String, Key As String) As String
+' Enciphers a file with RC6 (RC6-32/20/32: 20 rounds, 256-bit key) in ECB mode.
+' The layout is that of cRIJNDAELencryptFile: (source size rounded up to 16) + 1 bytes.
+' SourceFile: the file to encipher.
+' TargetFile: the enciphered file to write; an existing one is replaced.
+' Key: the key; at least 32 bytes, of which the first 32 are the 256-bit key.
+' Returns: the bytes written, or a code as for cRIJNDAELencryptFile (-1 when Key is
+'   shorter than 32 bytes).
+Declare Function cRC6encryptFile (ByVal SourceFile As String, ByVal TargetFile As String, Key As String) As Long
+' Deciphers a file made by cRC6encryptFile.
+' SourceFile: the enciphered file.
+' TargetFile: the file to write; an existing one is replaced.
+' Key: the key it was enciphered with.
+' Returns: the bytes written (the original size), or a code as for cRIJNDAELdecryptFile.
+Declare Function cRC6decryptFile (ByVal SourceFile As String, ByVal TargetFile As String, Key As String) As Long
+' Enciphers a string with CAST-256 (256-bit key) in ECB mode.
+' The text is padded with zero bytes to a multiple of 16 and enciphered block by block;
+' one plain byte follows that holds the number of padding bytes (0 to 15), as for
+' cRIJNDAELencrypt; cAES2RNDencrypt gives the same bytes where it has a code for the
+' cipher. CAST-256 looks up tables with
+' data and key bytes, so its timing is not constant, as for cMARSencrypt.
+' Txt: the string to encipher.
+' Key: the key; at least 32 bytes, of which the first 32 are the 256-bit key (read as big-endian 32-bit words).
+' Returns: the enciphered string; "" when Txt is "" or Key is shorter than 32 bytes.
+Declare Function cCAST256encrypt (Txt As String, Key As String) As String
+' Deciphers a string made by cCAST256encrypt.
+' Txt: the enciphered string: whole 16-byte blocks and the count byte.
+' Key: the key it was enciphered with (the first 32 bytes count).
+' Returns: the original string; "" when Txt is "", Key is shorter than 32 bytes, or Txt
+'   cannot be an enciphered string (as for cRIJNDAELdecrypt).
+Declare Function cCAST256decrypt (Txt As String, Key As String) As String
+' Enciphers a file with CAST-256 (256-bit key) in ECB mode.
+' The layout is that of cRIJNDAELencryptFile: (source size rounded up to 16) + 1 bytes.
+' SourceFile: the file to encipher.
+' TargetFile: the enciphered file to write; an existing one is replaced.
+' Key: the key; at least 32 bytes, of which the first 32 are the 256-bit key.
+' Returns: the bytes written, or a code as for cRIJNDAELencryptFile (-1 when Key is
+'   shorter than 32 bytes).
+Declare Function cCAST256encryptFile (ByVal SourceFile As String, ByVal TargetFile As String, Key As String) As Long
+' Deciphers a file made by cCAST256encryptFile.
+' SourceFile: the enciphered file.
+' TargetFile: the file to write; an existing one is replaced.
+' Key: the key it was enciphered with.
+' Returns: the bytes written (the original size), or a code as for cRIJNDAELdecryptFile.
+Declare Function cCAST256decryptFile (ByVal SourceFile As String, ByVal TargetFile As String, Key As String) As Long

@@ -1,5 +1,5 @@
-// The block ciphers for strings and files: Rijndael, DES and IDEA by their
-// own exports, and the AES candidates by a numeric code in ECB and in the
+// The block ciphers for strings and files: Rijndael, MARS, RC6, CAST-256,
+// DES and IDEA by their own exports, and the AES candidates by a numeric code in ECB and in the
 // 15-byte CBC.
 #include "crypto/block_framing.h"
 #include "crypto/cipher_table.h"
@@ -76,6 +76,9 @@ int32_t file_form(const CipherRow *row, bool decrypt, BSTR SourceFile, BSTR Targ
 const CipherRow *rijndael() { return cipher_row(CipherId::rijndael); }
 const CipherRow *des() { return cipher_row(CipherId::des); }
 const CipherRow *idea() { return cipher_row(CipherId::idea); }
+const CipherRow *mars() { return cipher_row(CipherId::mars); }
+const CipherRow *rc6() { return cipher_row(CipherId::rc6); }
+const CipherRow *cast256() { return cipher_row(CipherId::cast256); }
 
 } // namespace
 
@@ -135,4 +138,34 @@ BRINDLE_EXPORT(int32_t) cIDEAencryptFile(BSTR SourceFile, BSTR TargetFile, BSTR 
 }
 BRINDLE_EXPORT(int32_t) cIDEAdecryptFile(BSTR SourceFile, BSTR TargetFile, BSTR *Key) {
     return file_form(idea(), true, SourceFile, TargetFile, Key);
+}
+
+// MARS (256-bit key), ECB.
+BRINDLE_EXPORT(BSTR) cMARSencrypt(BSTR *Txt, BSTR *Key) { return string_form(mars(), false, Txt, Key); }
+BRINDLE_EXPORT(BSTR) cMARSdecrypt(BSTR *Txt, BSTR *Key) { return string_form(mars(), true, Txt, Key); }
+BRINDLE_EXPORT(int32_t) cMARSencryptFile(BSTR SourceFile, BSTR TargetFile, BSTR *Key) {
+    return file_form(mars(), false, SourceFile, TargetFile, Key);
+}
+BRINDLE_EXPORT(int32_t) cMARSdecryptFile(BSTR SourceFile, BSTR TargetFile, BSTR *Key) {
+    return file_form(mars(), true, SourceFile, TargetFile, Key);
+}
+
+// RC6-32/20/32 (256-bit key), ECB.
+BRINDLE_EXPORT(BSTR) cRC6encrypt(BSTR *Txt, BSTR *Key) { return string_form(rc6(), false, Txt, Key); }
+BRINDLE_EXPORT(BSTR) cRC6decrypt(BSTR *Txt, BSTR *Key) { return string_form(rc6(), true, Txt, Key); }
+BRINDLE_EXPORT(int32_t) cRC6encryptFile(BSTR SourceFile, BSTR TargetFile, BSTR *Key) {
+    return file_form(rc6(), false, SourceFile, TargetFile, Key);
+}
+BRINDLE_EXPORT(int32_t) cRC6decryptFile(BSTR SourceFile, BSTR TargetFile, BSTR *Key) {
+    return file_form(rc6(), true, SourceFile, TargetFile, Key);
+}
+
+// CAST-256 (256-bit key), ECB.
+BRINDLE_EXPORT(BSTR) cCAST256encrypt(BSTR *Txt, BSTR *Key) { return string_form(cast256(), false, Txt, Key); }
+BRINDLE_EXPORT(BSTR) cCAST256decrypt(BSTR *Txt, BSTR *Key) { return string_form(cast256(), true, Txt, Key); }
+BRINDLE_EXPORT(int32_t) cCAST256encryptFile(BSTR SourceFile, BSTR TargetFile, BSTR *Key) {
+    return file_form(cast256(), false, SourceFile, TargetFile, Key);
+}
+BRINDLE_EXPORT(int32_t) cCAST256decryptFile(BSTR SourceFile, BSTR TargetFile, BSTR *Key) {
+    return file_form(cast256(), true, SourceFile, TargetFile, Key);
 }

@@ -1,7 +1,10 @@
 #include "crypto/cipher_table.h"
 
+#include "crypto/cast256.h"
 #include "crypto/des.h"
 #include "crypto/idea.h"
+#include "crypto/mars.h"
+#include "crypto/rc6.h"
 #include "crypto/rijndael.h"
 
 #include <cstring>
@@ -57,6 +60,9 @@ constexpr CipherRow kRows[] = {
     {CipherId::rijndael, "Rijndael", 32, 16, make_core<RijndaelKey, 32, 16>},
     {CipherId::des, "DES", 8, 8, make_core<DesKey, 8, 8>},
     {CipherId::idea, "IDEA", 16, 8, make_core<IdeaKey, 16, 8>},
+    {CipherId::mars, "MARS", 32, 16, make_core<MarsKey, 32, 16>},
+    {CipherId::rc6, "RC6", 32, 16, make_core<Rc6Key, 32, 16>},
+    {CipherId::cast256, "CAST-256", 32, 16, make_core<Cast256Key, 32, 16>},
 };
 
 } // namespace
