@@ -65,9 +65,10 @@ Declare Function cRIJNDAELdecryptFile (ByVal SourceFile As String, ByVal TargetF
 ' Enciphers a string in ECB mode with the AES candidate a code names.
 ' The codes are taken modulo 20, so the CBC codes 21 to 25 name the same ciphers: 1
 ' MARS, 2 RC6, 3 Rijndael, 4 Serpent, 5 Twofish. The layout is that of
-' cRIJNDAELencrypt; code 3 gives exactly its result.
-' Code: the cipher; this version has Rijndael (3) only: 1, 2, 4 and 5 give "" as a code
-'   that names no cipher does.
+' cRIJNDAELencrypt; codes 3, 4 and 5 give exactly the results of cRIJNDAELencrypt,
+' cSERPENTencrypt and cTWOFISHencrypt.
+' Code: the cipher; this version has Rijndael (3), Serpent (4) and Twofish (5): 1 and 2
+'   give "" as a code that names no cipher does.
 ' Txt: the string to encipher.
 ' Key: the key; at least 32 bytes, of which the first 32 are the 256-bit key.
 ' Returns: the enciphered string; "" when Code names no cipher of this version, Txt is ""
@@ -103,8 +104,8 @@ Declare Function cAES2RNDdecryptFile (ByVal Code As Integer, ByVal SourceFile As
 ' (first block) or of the ciphertext block before it; byte 16 of every block is never
 ' chained. This is not the standard 16-byte CBC, and the two do not read each other's
 ' data. Padding and count byte as for cRIJNDAELencrypt.
-' Code: the cipher, modulo 20 (21 to 25 as 1 to 5); this version has Rijndael (3, 23)
-'   only.
+' Code: the cipher, modulo 20 (21 to 25 as 1 to 5); this version has Rijndael (3, 23),
+'   Serpent (4, 24) and Twofish (5, 25).
 ' Txt: the string to encipher.
 ' Key: the key; at least 32 bytes.
 ' IV: the initialisation vector: at least 16 bytes, of which the first 15 are used; ""
@@ -201,3 +202,75 @@ Declare Function cIDEAencryptFile (ByVal SourceFile As String, ByVal TargetFile 
 ' Key: the key it was enciphered with.
 ' Returns: the bytes written, or a code as for cDESdecryptFile.
 Declare Function cIDEAdecryptFile (ByVal SourceFile As String, ByVal TargetFile As String, Key As String) As Long
+' Enciphers a string with Serpent (128-bit block, 256-bit key) in ECB mode.
+' The layout is that of cRIJNDAELencrypt: zero padding to a multiple of 16 and one plain
+' count byte, so the result is 1 to 16 bytes longer than Txt.
+' Txt: the string to encipher.
+' Key: the key; at least 32 bytes, of which the first 32 are the 256-bit key.
+' Returns: the enciphered string; "" when Txt is "" or Key is shorter than 32 bytes.
+' Note: the bytes of key and data go into Serpent's 32-bit words low byte first, as a
+'   byte interface takes them; the designers' own test files print every value as one
+'   large number, that is the same bytes in reverse order. Serpent runs as a fixed circuit
+'   of logic operations: its time does not depend on the key or the data.
+' Example:
+'   Dim K As String, C As String
+'   K = "0123456789abcdef0123456789abcdef"
+'   C = cSERPENTencrypt("attack at dawn", K)   ' 17 bytes
+'   Debug.Print cSERPENTdecrypt(C, K)          ' attack at dawn
+Declare Function cSERPENTencrypt (Txt As String, Key As String) As String
+' Deciphers a string made by cSERPENTencrypt.
+' Txt: the enciphered string: whole 16-byte blocks and the count byte.
+' Key: the key it was enciphered with (the first 32 bytes count).
+' Returns: the original string; "" when Txt is "", Key is shorter than 32 bytes, or Txt
+'   cannot be an enciphered string (as for cRIJNDAELdecrypt).
+Declare Function cSERPENTdecrypt (Txt As String, Key As String) As String
+' Enciphers a file with Serpent (128-bit block, 256-bit key) in ECB mode.
+' The layout is that of cRIJNDAELencryptFile: (source size rounded up to 16) + 1 bytes.
+' SourceFile: the file to encipher.
+' TargetFile: the enciphered file to write; an existing one is replaced.
+' Key: the key; at least 32 bytes, of which the first 32 are the 256-bit key.
+' Returns: the bytes written, or a code as for cRIJNDAELencryptFile (-1 when Key is
+'   shorter than 32 bytes).
+Declare Function cSERPENTencryptFile (ByVal SourceFile As String, ByVal TargetFile As String, Key As String) As Long
+' Deciphers a file made by cSERPENTencryptFile.
+' SourceFile: the enciphered file.
+' TargetFile: the file to write; an existing one is replaced.
+' Key: the key it was enciphered with.
+' Returns: the bytes written, or a code as for cRIJNDAELdecryptFile.
+Declare Function cSERPENTdecryptFile (ByVal SourceFile As String, ByVal TargetFile As String, Key As String) As Long
+' Enciphers a string with Twofish (128-bit block, 256-bit key) in ECB mode.
+' The layout is that of cRIJNDAELencrypt: zero padding to a multiple of 16 and one plain
+' count byte, so the result is 1 to 16 bytes longer than Txt.
+' Txt: the string to encipher.
+' Key: the key; at least 32 bytes, of which the first 32 are the 256-bit key.
+' Returns: the enciphered string; "" when Txt is "" or Key is shorter than 32 bytes.
+' Note: Twofish runs on tables built from the key and indexed by data bytes, as its
+'   designers published it. It is not constant-time: on a machine shared with an attacker
+'   the processor's cache can leak timing that depends on the key. Prefer Serpent or
+'   Rijndael where that matters.
+' Example:
+'   Dim K As String, C As String
+'   K = "0123456789abcdef0123456789abcdef"
+'   C = cTWOFISHencrypt("attack at dawn", K)   ' 17 bytes
+'   Debug.Print cTWOFISHdecrypt(C, K)          ' attack at dawn
+Declare Function cTWOFISHencrypt (Txt As String, Key As String) As String
+' Deciphers a string made by cTWOFISHencrypt.
+' Txt: the enciphered string: whole 16-byte blocks and the count byte.
+' Key: the key it was enciphered with (the first 32 bytes count).
+' Returns: the original string; "" when Txt is "", Key is shorter than 32 bytes, or Txt
+'   cannot be an enciphered string (as for cRIJNDAELdecrypt).
+Declare Function cTWOFISHdecrypt (Txt As String, Key As String) As String
+' Enciphers a file with Twofish (128-bit block, 256-bit key) in ECB mode.
+' The layout is that of cRIJNDAELencryptFile: (source size rounded up to 16) + 1 bytes.
+' SourceFile: the file to encipher.
+' TargetFile: the enciphered file to write; an existing one is replaced.
+' Key: the key; at least 32 bytes, of which the first 32 are the 256-bit key.
+' Returns: the bytes written, or a code as for cRIJNDAELencryptFile (-1 when Key is
+'   shorter than 32 bytes).
+Declare Function cTWOFISHencryptFile (ByVal SourceFile As String, ByVal TargetFile As String, Key As String) As Long
+' Deciphers a file made by cTWOFISHencryptFile.
+' SourceFile: the enciphered file.
+' TargetFile: the file to write; an existing one is replaced.
+' Key: the key it was enciphered with.
+' Returns: the bytes written, or a code as for cRIJNDAELdecryptFile.
+Declare Function cTWOFISHdecryptFile (ByVal SourceFile As String, ByVal TargetFile As String, Key As String) As Long

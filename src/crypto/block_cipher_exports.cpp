@@ -1,5 +1,5 @@
-// The block ciphers for strings and files: Rijndael, DES and IDEA by their
-// own exports, and the AES candidates by a numeric code in ECB and in the
+// The block ciphers for strings and files: Rijndael, DES, IDEA, Serpent and
+// Twofish by their own exports, and the AES candidates by a numeric code in ECB and in the
 // 15-byte CBC.
 #include "crypto/block_framing.h"
 #include "crypto/cipher_table.h"
@@ -76,6 +76,8 @@ int32_t file_form(const CipherRow *row, bool decrypt, BSTR SourceFile, BSTR Targ
 const CipherRow *rijndael() { return cipher_row(CipherId::rijndael); }
 const CipherRow *des() { return cipher_row(CipherId::des); }
 const CipherRow *idea() { return cipher_row(CipherId::idea); }
+const CipherRow *serpent() { return cipher_row(CipherId::serpent); }
+const CipherRow *twofish() { return cipher_row(CipherId::twofish); }
 
 } // namespace
 
@@ -135,4 +137,24 @@ BRINDLE_EXPORT(int32_t) cIDEAencryptFile(BSTR SourceFile, BSTR TargetFile, BSTR 
 }
 BRINDLE_EXPORT(int32_t) cIDEAdecryptFile(BSTR SourceFile, BSTR TargetFile, BSTR *Key) {
     return file_form(idea(), true, SourceFile, TargetFile, Key);
+}
+
+// Serpent (128-bit block, 256-bit key), ECB.
+BRINDLE_EXPORT(BSTR) cSERPENTencrypt(BSTR *Txt, BSTR *Key) { return string_form(serpent(), false, Txt, Key); }
+BRINDLE_EXPORT(BSTR) cSERPENTdecrypt(BSTR *Txt, BSTR *Key) { return string_form(serpent(), true, Txt, Key); }
+BRINDLE_EXPORT(int32_t) cSERPENTencryptFile(BSTR SourceFile, BSTR TargetFile, BSTR *Key) {
+    return file_form(serpent(), false, SourceFile, TargetFile, Key);
+}
+BRINDLE_EXPORT(int32_t) cSERPENTdecryptFile(BSTR SourceFile, BSTR TargetFile, BSTR *Key) {
+    return file_form(serpent(), true, SourceFile, TargetFile, Key);
+}
+
+// Twofish (128-bit block, 256-bit key), ECB.
+BRINDLE_EXPORT(BSTR) cTWOFISHencrypt(BSTR *Txt, BSTR *Key) { return string_form(twofish(), false, Txt, Key); }
+BRINDLE_EXPORT(BSTR) cTWOFISHdecrypt(BSTR *Txt, BSTR *Key) { return string_form(twofish(), true, Txt, Key); }
+BRINDLE_EXPORT(int32_t) cTWOFISHencryptFile(BSTR SourceFile, BSTR TargetFile, BSTR *Key) {
+    return file_form(twofish(), false, SourceFile, TargetFile, Key);
+}
+BRINDLE_EXPORT(int32_t) cTWOFISHdecryptFile(BSTR SourceFile, BSTR TargetFile, BSTR *Key) {
+    return file_form(twofish(), true, SourceFile, TargetFile, Key);
 }
