@@ -65,19 +65,19 @@ Declare Function cRIJNDAELdecryptFile (ByVal SourceFile As String, ByVal TargetF
 ' Enciphers a string in ECB mode with the AES candidate a code names.
 ' The codes are taken modulo 20, so the CBC codes 21 to 25 name the same ciphers: 1
 ' MARS, 2 RC6, 3 Rijndael, 4 Serpent, 5 Twofish. The layout is that of
-' cRIJNDAELencrypt; code 3 gives exactly its result.
-' Code: the cipher; this version has MARS (1), RC6 (2) and Rijndael (3): 4 and 5 give ""
-'   as a code that names no cipher does.
+' cRIJNDAELencrypt; codes 1 to 5 give exactly the results of cMARSencrypt, cRC6encrypt,
+' cRIJNDAELencrypt, cSERPENTencrypt and cTWOFISHencrypt.
+' Code: the cipher (1 to 5, or 21 to 25; any other code names no cipher).
 ' Txt: the string to encipher.
 ' Key: the key; at least 32 bytes, of which the first 32 are the 256-bit key.
-' Returns: the enciphered string; "" when Code names no cipher of this version, Txt is ""
-'   or Key is shorter than 32 bytes.
+' Returns: the enciphered string; "" when Code names no cipher, Txt is "" or Key is
+'   shorter than 32 bytes.
 Declare Function cAES2RNDencrypt (ByVal Code As Integer, Txt As String, Key As String) As String
 ' Deciphers a string made by cAES2RNDencrypt with the same code.
 ' Code: the cipher, as for cAES2RNDencrypt.
 ' Txt: the enciphered string.
 ' Key: the key it was enciphered with.
-' Returns: the original string; "" when Code names no cipher of this version, and in the
+' Returns: the original string; "" when Code names no cipher, and in the
 '   cases of cRIJNDAELdecrypt.
 Declare Function cAES2RNDdecrypt (ByVal Code As Integer, Txt As String, Key As String) As String
 ' Enciphers a file in ECB mode with the AES candidate a code names.
@@ -87,7 +87,7 @@ Declare Function cAES2RNDdecrypt (ByVal Code As Integer, Txt As String, Key As S
 ' TargetFile: the enciphered file to write; an existing one is replaced.
 ' Key: the key; at least 32 bytes.
 ' Returns: the bytes written, or a code as for cRIJNDAELencryptFile; 0, with no file
-'   touched, when Code names no cipher of this version.
+'   touched, when Code names no cipher.
 Declare Function cAES2RNDencryptFile (ByVal Code As Integer, ByVal SourceFile As String, ByVal TargetFile As String, Key As String) As Long
 ' Deciphers a file made by cAES2RNDencryptFile with the same code.
 ' Code: the cipher, as for cAES2RNDencrypt.
@@ -95,7 +95,7 @@ Declare Function cAES2RNDencryptFile (ByVal Code As Integer, ByVal SourceFile As
 ' TargetFile: the file to write; an existing one is replaced.
 ' Key: the key it was enciphered with.
 ' Returns: the bytes written, or a code as for cRIJNDAELdecryptFile; 0, with no file
-'   touched, when Code names no cipher of this version.
+'   touched, when Code names no cipher.
 Declare Function cAES2RNDdecryptFile (ByVal Code As Integer, ByVal SourceFile As String, ByVal TargetFile As String, Key As String) As Long
 ' Enciphers a string in CBC mode, chained over 15 bytes, with the AES candidate a code
 ' names.
@@ -103,13 +103,12 @@ Declare Function cAES2RNDdecryptFile (ByVal Code As Integer, ByVal SourceFile As
 ' (first block) or of the ciphertext block before it; byte 16 of every block is never
 ' chained. This is not the standard 16-byte CBC, and the two do not read each other's
 ' data. Padding and count byte as for cRIJNDAELencrypt.
-' Code: the cipher, modulo 20 (21 to 25 as 1 to 5); this version has MARS, RC6 and
-'   Rijndael (1 to 3, 21 to 23).
+' Code: the cipher, modulo 20 (21 to 25 as 1 to 5).
 ' Txt: the string to encipher.
 ' Key: the key; at least 32 bytes.
 ' IV: the initialisation vector: at least 16 bytes, of which the first 15 are used; ""
 '   stands for 15 zero bytes.
-' Returns: the enciphered string; "" when Code names no cipher of this version, Txt is "",
+' Returns: the enciphered string; "" when Code names no cipher, Txt is "",
 '   Key is shorter than 32 bytes or IV has 1 to 15 bytes.
 Declare Function cAES2RNDencryptCBC (ByVal Code As Integer, Txt As String, Key As String, IV As String) As String
 ' Deciphers a string made by cAES2RNDencryptCBC.
@@ -130,7 +129,7 @@ Declare Function cAES2RNDdecryptCBC (ByVal Code As Integer, Txt As String, Key A
 ' Key: the key; at least 32 bytes.
 ' IV: the initialisation vector, as for cAES2RNDencryptCBC.
 ' Returns: the bytes written, or a code as for cRIJNDAELencryptFile; -3 when IV has 1 to
-'   15 bytes; 0, with no file touched, when Code names no cipher of this version.
+'   15 bytes; 0, with no file touched, when Code names no cipher.
 Declare Function cAES2RNDencryptFileCBC (ByVal Code As Integer, ByVal SourceFile As String, ByVal TargetFile As String, Key As String, IV As String) As Long
 ' Deciphers a file made by cAES2RNDencryptFileCBC.
 ' Code: the cipher, as for cAES2RNDencryptCBC.
@@ -139,7 +138,7 @@ Declare Function cAES2RNDencryptFileCBC (ByVal Code As Integer, ByVal SourceFile
 ' Key: the key it was enciphered with.
 ' IV: the initialisation vector it was enciphered with.
 ' Returns: the bytes written, or a code as for cRIJNDAELdecryptFile; -3 when IV has 1 to
-'   15 bytes; 0, with no file touched, when Code names no cipher of this version.
+'   15 bytes; 0, with no file touched, when Code names no cipher.
 Declare Function cAES2RNDdecryptFileCBC (ByVal Code As Integer, ByVal SourceFile As String, ByVal TargetFile As String, Key As String, IV As String) As Long
 ' Enciphers a string with single DES in ECB mode.
 ' The text is padded with zero bytes to a multiple of 8 and enciphered block by block;
@@ -292,3 +291,75 @@ Declare Function cCAST256encryptFile (ByVal SourceFile As String, ByVal TargetFi
 ' Key: the key it was enciphered with.
 ' Returns: the bytes written (the original size), or a code as for cRIJNDAELdecryptFile.
 Declare Function cCAST256decryptFile (ByVal SourceFile As String, ByVal TargetFile As String, Key As String) As Long
+' Enciphers a string with Serpent (128-bit block, 256-bit key) in ECB mode.
+' The layout is that of cRIJNDAELencrypt: zero padding to a multiple of 16 and one plain
+' count byte, so the result is 1 to 16 bytes longer than Txt.
+' Txt: the string to encipher.
+' Key: the key; at least 32 bytes, of which the first 32 are the 256-bit key.
+' Returns: the enciphered string; "" when Txt is "" or Key is shorter than 32 bytes.
+' Note: the bytes of key and data go into Serpent's 32-bit words low byte first, as a
+'   byte interface takes them; the designers' own test files print every value as one
+'   large number, that is the same bytes in reverse order. Serpent runs as a fixed circuit
+'   of logic operations: its time does not depend on the key or the data.
+' Example:
+'   Dim K As String, C As String
+'   K = "0123456789abcdef0123456789abcdef"
+'   C = cSERPENTencrypt("attack at dawn", K)   ' 17 bytes
+'   Debug.Print cSERPENTdecrypt(C, K)          ' attack at dawn
+Declare Function cSERPENTencrypt (Txt As String, Key As String) As String
+' Deciphers a string made by cSERPENTencrypt.
+' Txt: the enciphered string: whole 16-byte blocks and the count byte.
+' Key: the key it was enciphered with (the first 32 bytes count).
+' Returns: the original string; "" when Txt is "", Key is shorter than 32 bytes, or Txt
+'   cannot be an enciphered string (as for cRIJNDAELdecrypt).
+Declare Function cSERPENTdecrypt (Txt As String, Key As String) As String
+' Enciphers a file with Serpent (128-bit block, 256-bit key) in ECB mode.
+' The layout is that of cRIJNDAELencryptFile: (source size rounded up to 16) + 1 bytes.
+' SourceFile: the file to encipher.
+' TargetFile: the enciphered file to write; an existing one is replaced.
+' Key: the key; at least 32 bytes, of which the first 32 are the 256-bit key.
+' Returns: the bytes written, or a code as for cRIJNDAELencryptFile (-1 when Key is
+'   shorter than 32 bytes).
+Declare Function cSERPENTencryptFile (ByVal SourceFile As String, ByVal TargetFile As String, Key As String) As Long
+' Deciphers a file made by cSERPENTencryptFile.
+' SourceFile: the enciphered file.
+' TargetFile: the file to write; an existing one is replaced.
+' Key: the key it was enciphered with.
+' Returns: the bytes written, or a code as for cRIJNDAELdecryptFile.
+Declare Function cSERPENTdecryptFile (ByVal SourceFile As String, ByVal TargetFile As String, Key As String) As Long
+' Enciphers a string with Twofish (128-bit block, 256-bit key) in ECB mode.
+' The layout is that of cRIJNDAELencrypt: zero padding to a multiple of 16 and one plain
+' count byte, so the result is 1 to 16 bytes longer than Txt.
+' Txt: the string to encipher.
+' Key: the key; at least 32 bytes, of which the first 32 are the 256-bit key.
+' Returns: the enciphered string; "" when Txt is "" or Key is shorter than 32 bytes.
+' Note: Twofish runs on tables built from the key and indexed by data bytes, as its
+'   designers published it. It is not constant-time: on a machine shared with an attacker
+'   the processor's cache can leak timing that depends on the key. Prefer Serpent or
+'   Rijndael where that matters.
+' Example:
+'   Dim K As String, C As String
+'   K = "0123456789abcdef0123456789abcdef"
+'   C = cTWOFISHencrypt("attack at dawn", K)   ' 17 bytes
+'   Debug.Print cTWOFISHdecrypt(C, K)          ' attack at dawn
+Declare Function cTWOFISHencrypt (Txt As String, Key As String) As String
+' Deciphers a string made by cTWOFISHencrypt.
+' Txt: the enciphered string: whole 16-byte blocks and the count byte.
+' Key: the key it was enciphered with (the first 32 bytes count).
+' Returns: the original string; "" when Txt is "", Key is shorter than 32 bytes, or Txt
+'   cannot be an enciphered string (as for cRIJNDAELdecrypt).
+Declare Function cTWOFISHdecrypt (Txt As String, Key As String) As String
+' Enciphers a file with Twofish (128-bit block, 256-bit key) in ECB mode.
+' The layout is that of cRIJNDAELencryptFile: (source size rounded up to 16) + 1 bytes.
+' SourceFile: the file to encipher.
+' TargetFile: the enciphered file to write; an existing one is replaced.
+' Key: the key; at least 32 bytes, of which the first 32 are the 256-bit key.
+' Returns: the bytes written, or a code as for cRIJNDAELencryptFile (-1 when Key is
+'   shorter than 32 bytes).
+Declare Function cTWOFISHencryptFile (ByVal SourceFile As String, ByVal TargetFile As String, Key As String) As Long
+' Deciphers a file made by cTWOFISHencryptFile.
+' SourceFile: the enciphered file.
+' TargetFile: the file to write; an existing one is replaced.
+' Key: the key it was enciphered with.
+' Returns: the bytes written, or a code as for cRIJNDAELdecryptFile.
+Declare Function cTWOFISHdecryptFile (ByVal SourceFile As String, ByVal TargetFile As String, Key As String) As Long

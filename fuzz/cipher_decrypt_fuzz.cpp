@@ -1,10 +1,10 @@
 // Any bytes given to the block-cipher decryption: the string layout
 // (deciphered_size, decipher_bytes) and the file form (decipher_file) on
-// Rijndael, MARS, RC6, CAST-256, DES and IDEA, ECB and the 15-byte CBC. No access outside the
+// every cipher of the table, ECB and the 15-byte CBC. No access outside the
 // buffers; a string result is never longer than its input and a file result
 // never longer than the source; a refused file leaves no target; what is
 // accepted enciphers back to the same bytes (minus a missing count byte).
-// Layout of an input: a selector byte (bits 0-1 and 4 the cipher, bit 2
+// Layout of an input: a selector byte (bits 0-1, 4 and 5 the cipher, bit 2
 // CBC, bit 3 the file form), then the enciphered bytes.
 #include "crypto/block_framing.h"
 #include "crypto/cipher_table.h"
@@ -66,8 +66,10 @@ BRINDLE_FUZZ_TARGET(cipher_decrypt) {
     const uint8_t selector = data[0];
     ++data, --size;
     static const CipherId ids[] = {CipherId::rijndael, CipherId::des,     CipherId::idea,    CipherId::rijndael,
-                                   CipherId::mars,     CipherId::rc6,     CipherId::cast256, CipherId::mars};
-    const CipherRow *row = cipher_row(ids[(selector & 3) | ((selector >> 2) & 4)]);
+                                   CipherId::mars,     CipherId::rc6,     CipherId::cast256, CipherId::mars,
+                                   CipherId::serpent,  CipherId::twofish, CipherId::serpent, CipherId::twofish,
+                                   CipherId::serpent,  CipherId::twofish, CipherId::rc6,     CipherId::cast256};
+    const CipherRow *row = cipher_row(ids[(selector & 3) | ((selector >> 2) & 12)]);
     const std::vector<uint8_t> key(40, 0x3C);
     const auto cipher = row->make(key);
     ChainIv iv;

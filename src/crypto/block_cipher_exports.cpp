@@ -1,5 +1,5 @@
-// The block ciphers for strings and files: Rijndael, MARS, RC6, CAST-256,
-// DES and IDEA by their own exports, and the AES candidates by a numeric code in ECB and in the
+// The block ciphers for strings and files: Rijndael, MARS, RC6, Serpent,
+// Twofish, CAST-256, DES and IDEA by their own exports, and the AES candidates by a numeric code in ECB and in the
 // 15-byte CBC.
 #include "crypto/block_framing.h"
 #include "crypto/cipher_table.h"
@@ -79,6 +79,8 @@ const CipherRow *idea() { return cipher_row(CipherId::idea); }
 const CipherRow *mars() { return cipher_row(CipherId::mars); }
 const CipherRow *rc6() { return cipher_row(CipherId::rc6); }
 const CipherRow *cast256() { return cipher_row(CipherId::cast256); }
+const CipherRow *serpent() { return cipher_row(CipherId::serpent); }
+const CipherRow *twofish() { return cipher_row(CipherId::twofish); }
 
 } // namespace
 
@@ -168,4 +170,24 @@ BRINDLE_EXPORT(int32_t) cCAST256encryptFile(BSTR SourceFile, BSTR TargetFile, BS
 }
 BRINDLE_EXPORT(int32_t) cCAST256decryptFile(BSTR SourceFile, BSTR TargetFile, BSTR *Key) {
     return file_form(cast256(), true, SourceFile, TargetFile, Key);
+}
+
+// Serpent (128-bit block, 256-bit key), ECB.
+BRINDLE_EXPORT(BSTR) cSERPENTencrypt(BSTR *Txt, BSTR *Key) { return string_form(serpent(), false, Txt, Key); }
+BRINDLE_EXPORT(BSTR) cSERPENTdecrypt(BSTR *Txt, BSTR *Key) { return string_form(serpent(), true, Txt, Key); }
+BRINDLE_EXPORT(int32_t) cSERPENTencryptFile(BSTR SourceFile, BSTR TargetFile, BSTR *Key) {
+    return file_form(serpent(), false, SourceFile, TargetFile, Key);
+}
+BRINDLE_EXPORT(int32_t) cSERPENTdecryptFile(BSTR SourceFile, BSTR TargetFile, BSTR *Key) {
+    return file_form(serpent(), true, SourceFile, TargetFile, Key);
+}
+
+// Twofish (128-bit block, 256-bit key), ECB.
+BRINDLE_EXPORT(BSTR) cTWOFISHencrypt(BSTR *Txt, BSTR *Key) { return string_form(twofish(), false, Txt, Key); }
+BRINDLE_EXPORT(BSTR) cTWOFISHdecrypt(BSTR *Txt, BSTR *Key) { return string_form(twofish(), true, Txt, Key); }
+BRINDLE_EXPORT(int32_t) cTWOFISHencryptFile(BSTR SourceFile, BSTR TargetFile, BSTR *Key) {
+    return file_form(twofish(), false, SourceFile, TargetFile, Key);
+}
+BRINDLE_EXPORT(int32_t) cTWOFISHdecryptFile(BSTR SourceFile, BSTR TargetFile, BSTR *Key) {
+    return file_form(twofish(), true, SourceFile, TargetFile, Key);
 }

@@ -6,6 +6,8 @@
 #include "crypto/mars.h"
 #include "crypto/rc6.h"
 #include "crypto/rijndael.h"
+#include "crypto/serpent.h"
+#include "crypto/twofish.h"
 
 #include <cstring>
 
@@ -58,6 +60,8 @@ std::unique_ptr<BlockCipher> make_core(std::span<const uint8_t> key) {
 
 constexpr CipherRow kRows[] = {
     {CipherId::rijndael, "Rijndael", 32, 16, make_core<RijndaelKey, 32, 16>},
+    {CipherId::serpent, "Serpent", 32, 16, make_core<SerpentKey, 32, 16>},
+    {CipherId::twofish, "Twofish", 32, 16, make_core<TwofishKey, 32, 16>},
     {CipherId::des, "DES", 8, 8, make_core<DesKey, 8, 8>},
     {CipherId::idea, "IDEA", 16, 8, make_core<IdeaKey, 16, 8>},
     {CipherId::mars, "MARS", 32, 16, make_core<MarsKey, 32, 16>},
