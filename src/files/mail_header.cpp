@@ -118,7 +118,16 @@ void add_entry(std::string_view entry, size_t open_angle, size_t close_angle, st
         address = clean_address(inside);
         // A source route: "@relay1,@relay2:user@host".
         if (!address.empty() && address.front() == '@') {
-            const size_t colon = address.find(':');
+            size_t colon = std::string::npos;
+            bool quoted = false;
+            for (size_t i = 0; i < address.size() && colon == std::string::npos; ++i) {
+                if (address[i] == '\\')
+                    ++i;
+                else if (address[i] == '"')
+                    quoted = !quoted;
+                else if (address[i] == ':' && !quoted)
+                    colon = i;
+            }
             address = colon == std::string::npos ? std::string() : address.substr(colon + 1);
         }
     } else {
