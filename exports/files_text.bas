@@ -304,3 +304,66 @@ Declare Function cFileSearchFromLine (ByVal File As String, ByVal Text As String
 ' Returns: True (-1) when a line matched; 0 when none does or File or Pattern is "";
 '   -32750 when the file cannot be opened; -32730 on a read error.
 Declare Function cFileSearchPatternFromLine (ByVal File As String, ByVal Pattern As String, LineNumber As Long, ByVal CaseSensitive As Long) As Long
+' Wraps the long lines of a text file at a width, breaking at word boundaries.
+' Every line longer than Width bytes is cut into pieces of at most Width bytes, joined by
+' LineBreak. A piece ends before the last space or tab that stands at most Width bytes in
+' (that run of blanks is dropped at the break), or after the last other delimiter that fits
+' (a hyphen stays with the word before it), whichever comes later; a line with no such
+' place is cut at exactly Width bytes. Lines of at most Width bytes, and the line endings
+' of the source (CR LF or LF), are copied unchanged; a carriage return not followed by a
+' line feed counts as text.
+' Source: the file to read.
+' Target: the file to create (replaced when it exists).
+' Width: the longest piece, from 1 to 4,096 bytes.
+' Delimiters: the characters a line may break at; "" means space and tab. A space or a
+'   tab breaks only when it is listed.
+' LineBreak: the text written at each break, at most 255 characters; "" means vbCrLf.
+'   It may carry an indent for the continued line, as vbCrLf & "    ".
+' Returns: the number of breaks written, or a code:
+'   - -1: Width is below 1 or above 4,096, or LineBreak is longer than 255 characters.
+'   - -2: Source is not a valid file name.
+'   - -3: Target is not a valid file name.
+'   - -4: Source and Target are one file (checked before anything is created).
+'   - -5: the source cannot be opened.
+'   - -6: no memory for the buffers.
+'   - -7: the target cannot be created.
+'   - -8: a read error.
+'   - -9: a write error.
+'   A target made by a failed call is deleted.
+' Note: the width, the delimiters and the break text are the library's choice for the
+'   arguments; the count of breaks as the result lets a caller see whether anything was
+'   wrapped.
+' Example:
+'   n = cFileWrapLine("notes.txt", "notes72.txt", 72, " -", vbCrLf)
+'   ' "a well-known tale" at width 8 becomes "a well-" / "known" / "tale"
+Declare Function cFileWrapLine (ByVal Source As String, ByVal Target As String, ByVal Width As Long, ByVal Delimiters As String, ByVal LineBreak As String) As Long
+' Gives the value of a field of a mail message's header, read from a file.
+' The header is the start of the file up to its first empty line (at most 1 MB of it).
+' The first field whose name is Field, in any case, is taken; its continuation lines
+' (lines starting with a space or tab) are joined to it with their line breaks taken out
+' and their blanks kept, and the blanks around the value are removed. Lines that are
+' neither a field nor a continuation, such as the "From " line a mailbox puts before each
+' message, are skipped. Encoded words (=?charset?...?=) are returned as they stand.
+' File: the name of the message file.
+' Field: the field's name, as "Subject" (a colon at its end is ignored).
+' Returns: the field's value; "" when the field is missing or empty, Field is "", or the
+'   file cannot be opened or read.
+' Note: the arguments, the 1 MB limit and the unfolding rule are the library's choice.
+' Example:
+'   Debug.Print cFileScanHeader("C:\Mail\0001.eml", "Subject")
+Declare Function cFileScanHeader (ByVal File As String, ByVal Field As String) As String
+' Gives the addresses a mail message is sent to, read from its header in a file.
+' The header is read as cFileScanHeader reads it. The To, Cc and Bcc fields are taken in
+' the order they stand; each entry of their comma-separated lists gives the address
+' between its angle brackets when it has them ("Ann Lee" <ann@example.com> gives
+' ann@example.com) and otherwise the entry itself, without comments in parentheses and
+' without blanks outside quotes. A group ("team: a@x.org, b@y.org;") gives its members.
+' The addresses are not checked and not made unique.
+' File: the name of the message file.
+' Separator: the text put between two addresses; "" means ";".
+' Returns: the addresses joined by Separator; "" when there are none or the file cannot
+'   be opened or read.
+' Note: the Separator argument and the choice of fields are the library's own.
+' Example:
+'   Debug.Print cFileScanHeaderForRecipients("C:\Mail\0001.eml", "; ")
+Declare Function cFileScanHeaderForRecipients (ByVal File As String, ByVal Separator As String) As String

@@ -1,6 +1,7 @@
 #include "files/line_counts.h"
 
 #include "common/ascii.h"
+#include "files/byte_count.h"
 #include "files/text_file_codes.h"
 #include "platform/file.h"
 #include "streams/stream.h"
@@ -31,7 +32,7 @@ int32_t count_carriage_returns(std::string_view path) {
             return kCountReadError;
         if (got == 0)
             break;
-        count += std::count(block.get(), block.get() + got, static_cast<unsigned char>('\r'));
+        count += static_cast<int64_t>(count_byte(block.get(), static_cast<size_t>(got), '\r'));
     }
     return long_count(count);
 }

@@ -7,10 +7,12 @@
 #include "files/line_counts.h"
 #include "files/line_search.h"
 #include "files/log_cycle.h"
+#include "files/mail_header.h"
 #include "files/part_copy.h"
 #include "files/rewrite_in_place.h"
 #include "files/tab_runs.h"
 #include "files/text_file_codes.h"
+#include "files/wrap_lines.h"
 #include "frame/frame.h"
 
 #include <optional>
@@ -173,5 +175,37 @@ BRINDLE_EXPORT(int32_t) cFileSearchPatternFromLine(BSTR File, BSTR Pattern, int3
         if (LineNumber != nullptr)
             *LineNumber = hit.line;
         return int32_t{-1};
+    });
+}
+
+BRINDLE_EXPORT(int32_t) cFileWrapLine(BSTR Source, BSTR Target, int32_t Width, BSTR Delimiters, BSTR LineBreak) {
+    return guarded(int32_t{kWrapNoBuffer}, [&] {
+        return wrap_file_lines(name(Source), name(Target), Width, StrArg::by_val(Delimiters).bytes(),
+                               StrArg::by_val(LineBreak).bytes());
+    });
+}
+
+BRINDLE_EXPORT(BSTR) cFileScanHeader(BSTR File, BSTR Field) {
+    return guarded_string([&] {
+        std::string header;
+        if (!read_mail_header(name(File), &header))
+            return empty_string();
+        return new_string(mail_header_field(header, name(Field)));
+    });
+}
+
+BRINDLE_EXPORT(BSTR) cFileScanHeaderForRecipients(BSTR File, BSTR Separator) {
+    return guarded_string([&] {
+        std::string header;
+        if (!read_mail_header(name(File), &header))
+            return empty_string();
+        const std::string_view separator = name(Separator).empty() ? std::string_view(";") : name(Separator);
+        std::string list;
+        for (const std::string &address : mail_recipients(header)) {
+            if (!list.empty())
+                list += separator;
+            list += address;
+        }
+        return new_string(list);
     });
 }
