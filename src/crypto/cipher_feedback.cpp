@@ -1,0 +1,73 @@
+#include "crypto/cipher_feedback.h"
+
+#include "crypto/block_framing.h"
+#include "crypto/cipher_target.h"
+#include "crypto/secret_buffer.h"
+#include "crypto/secure_wipe.h"
+#include "platform/file.h"
+
+#include <cstring>
+
+namespace brindle::crypto {
+
+FeedbackStream::FeedbackStream(const RubyKey &key) noexcept : key_(key) {
+    std::memset(feedback_, 0, sizeof feedback_);
+    key_.encrypt(feedback_, keystream_);
+}
+
+FeedbackStream::~FeedbackStream() {
+    secure_wipe(keystream_, sizeof keystream_);
+    secure_wipe(feedback_, sizeof feedback_);
+}
+
+template <bool Decrypt> void FeedbackStream::run(const uint8_t *in, uint8_t *out, std::size_t size) noexcept {
+    for (std::size_t i = 0; i < size; ++i) {
+        const uint8_t x = in[i];
+        const uint8_t y = static_cast<uint8_t>(x ^ keystream_[used_]);
+        feedback_[used_] = Decrypt ? x : y;
+        out[i] = y;
+        if (++used_ == 8) {
+            key_.encrypt(feedback_, keystream_);
+            used_ = 0;
+        }
+    }
+}
+
+void FeedbackStream::encrypt(const uint8_t *in, uint8_t *out, std::size_t size) noexcept { run<false>(in, out, size); }
+void FeedbackStream::decrypt(const uint8_t *in, uint8_t *out, std::size_t size) noexcept { run<true>(in, out, size); }
+
+int32_t feedback_file(const RubyKey &key, bool decrypt, std::string_view source, std::string_view target) {
+    SecretBuffer buffer(kChunkBytes);
+    if (!buffer.ok())
+        return kFileNoBuffer;
+    platform::File in;
+    if (const int32_t code = open_cipher_source(source, target, in, kFileSourceNotOpened, kFileTargetNotCreated))
+        return code;
+    CipherTarget out(target);
+    if (!out.open())
+        return kFileTargetNotCreated;
+    FeedbackStream stream(key);
+    uint64_t total = 0;
+    for (;;) {
+        const int64_t got = in.read(buffer.data(), kChunkBytes);
+        if (got < 0)
+            return kFileReadFailed;
+        if (got == 0)
+            break;
+        const auto n = static_cast<std::size_t>(got);
+        if (decrypt)
+            stream.decrypt(buffer.data(), buffer.data(), n);
+        else
+            stream.encrypt(buffer.data(), buffer.data(), n);
+        if (!out.write(buffer.data(), n))
+            return kFileWriteFailed;
+        total += n;
+        if (n < kChunkBytes)
+            break;
+    }
+    if (!out.finish())
+        return kFileWriteFailed;
+    return byte_count_result(total);
+}
+
+} // namespace brindle::crypto
