@@ -21,15 +21,31 @@ FeedbackStream::~FeedbackStream() {
 }
 
 template <bool Decrypt> void FeedbackStream::run(const uint8_t *in, uint8_t *out, std::size_t size) noexcept {
-    for (std::size_t i = 0; i < size; ++i) {
-        const uint8_t x = in[i];
-        const uint8_t y = static_cast<uint8_t>(x ^ keystream_[used_]);
-        feedback_[used_] = Decrypt ? x : y;
-        out[i] = y;
-        if (++used_ == 8) {
-            key_.encrypt(feedback_, keystream_);
-            used_ = 0;
-        }
+    std::size_t i = 0;
+    // Byte by byte to the end of a block begun in an earlier call, then
+    // whole blocks as 64-bit words, then the bytes left.
+    for (; i < size && used_ != 0; ++i)
+        step<Decrypt>(in[i], out[i]);
+    for (; size - i >= 8; i += 8) {
+        uint64_t x, k, y;
+        std::memcpy(&x, in + i, 8);
+        std::memcpy(&k, keystream_, 8);
+        y = x ^ k;
+        std::memcpy(out + i, &y, 8);
+        std::memcpy(feedback_, Decrypt ? &x : &y, 8);
+        key_.encrypt(feedback_, keystream_);
+    }
+    for (; i < size; ++i)
+        step<Decrypt>(in[i], out[i]);
+}
+
+template <bool Decrypt> inline void FeedbackStream::step(uint8_t x, uint8_t &out) noexcept {
+    const uint8_t y = static_cast<uint8_t>(x ^ keystream_[used_]);
+    feedback_[used_] = Decrypt ? x : y;
+    out = y;
+    if (++used_ == 8) {
+        key_.encrypt(feedback_, keystream_);
+        used_ = 0;
     }
 }
 

@@ -30,6 +30,7 @@ class FeedbackStream {
 
   private:
     template <bool Decrypt> void run(const uint8_t *in, uint8_t *out, std::size_t size) noexcept;
+    template <bool Decrypt> void step(uint8_t in, uint8_t &out) noexcept;
 
     const RubyKey &key_;
     uint8_t keystream_[8];
