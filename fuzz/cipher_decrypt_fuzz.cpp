@@ -14,6 +14,7 @@
 #include "crypto/cipher_table.h"
 #include "crypto/diamond.h"
 #include "crypto/diamond2.h"
+#include "crypto/diamond_cipher.h"
 #include "crypto/ruby.h"
 #include "fuzz_target.h"
 
@@ -66,21 +67,6 @@ int file_form(const BlockCipher &cipher, const ChainIv *iv, const uint8_t *data,
     fs::remove(target, e);
     return 0;
 }
-
-class DiamondCipher final : public BlockCipher {
-  public:
-    explicit DiamondCipher(std::unique_ptr<DiamondKey> key) : key_(std::move(key)) {}
-    std::size_t block_size() const noexcept override { return key_->block_size(); }
-    void encrypt_blocks(const uint8_t *in, uint8_t *out, std::size_t blocks) const noexcept override {
-        key_->encrypt_blocks(in, out, blocks);
-    }
-    void decrypt_blocks(const uint8_t *in, uint8_t *out, std::size_t blocks) const noexcept override {
-        key_->decrypt_blocks(in, out, blocks);
-    }
-
-  private:
-    std::unique_ptr<DiamondKey> key_;
-};
 
 const std::vector<uint8_t> &fuzz_key() {
     static const std::vector<uint8_t> key(40, 0x3C);

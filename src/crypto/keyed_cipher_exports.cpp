@@ -4,6 +4,7 @@
 #include "crypto/block_framing.h"
 #include "crypto/cipher_feedback.h"
 #include "crypto/diamond.h"
+#include "crypto/diamond_cipher.h"
 #include "crypto/diamond2.h"
 #include "crypto/ruby.h"
 #include "frame/frame.h"
@@ -26,23 +27,6 @@ std::span<const uint8_t> bytes_of(const StrArg &s) {
 }
 
 using MakeKey = std::unique_ptr<DiamondKey> (*)(std::span<const uint8_t>, unsigned, std::size_t);
-
-// A Diamond key behind the framing's interface (ECB only; the tables live
-// in this object, so calls on several threads do not meet).
-class DiamondCipher final : public BlockCipher {
-  public:
-    explicit DiamondCipher(std::unique_ptr<DiamondKey> key) : key_(std::move(key)) {}
-    std::size_t block_size() const noexcept override { return key_->block_size(); }
-    void encrypt_blocks(const uint8_t *in, uint8_t *out, std::size_t blocks) const noexcept override {
-        key_->encrypt_blocks(in, out, blocks);
-    }
-    void decrypt_blocks(const uint8_t *in, uint8_t *out, std::size_t blocks) const noexcept override {
-        key_->decrypt_blocks(in, out, blocks);
-    }
-
-  private:
-    std::unique_ptr<DiamondKey> key_;
-};
 
 struct DiamondFamily {
     MakeKey make;

@@ -3,6 +3,7 @@
 // and the known-answer files of tests/data/crypto (made by make_samples.py
 // with the Python cryptography package: OpenSSL's AES, DES and IDEA, the
 // layout applied by the script), checked both ways on every target.
+#include "crypto/cipher_calls.h"
 #include "crypto/vector_file.h"
 #include "support/ole_helpers.h"
 #include "support/temp_dir.h"
@@ -48,30 +49,6 @@ std::string sample(std::size_t size = 32768 + 1005) {
 
 std::string data_file(const std::string &name) {
     return read_whole_file(std::string(BRINDLE_TEST_DATA) + "/crypto/" + name);
-}
-
-using StringFn = BSTR(BRINDLE_CALL *)(BSTR *, BSTR *);
-using FileFn = int32_t(BRINDLE_CALL *)(BSTR, BSTR, BSTR *);
-
-std::string call(StringFn f, const std::string &text, const std::string &key) {
-    Bstr t(text), k(key);
-    return str(f(t.ref(), k.ref()));
-}
-
-std::string code_call(BSTR(BRINDLE_CALL *f)(int16_t, BSTR *, BSTR *), int16_t code, const std::string &text,
-                      const std::string &key) {
-    Bstr t(text), k(key);
-    return str(f(code, t.ref(), k.ref()));
-}
-
-std::string cbc(bool decrypt, int16_t code, const std::string &text, const std::string &key, const std::string &iv) {
-    Bstr t(text), k(key), v(iv);
-    return str((decrypt ? cAES2RNDdecryptCBC : cAES2RNDencryptCBC)(code, t.ref(), k.ref(), v.ref()));
-}
-
-int32_t file_call(FileFn f, const std::string &source, const std::string &target, const std::string &key) {
-    Bstr s(source), t(target), k(key);
-    return f(s.val(), t.val(), k.ref());
 }
 
 int32_t cbc_file(bool decrypt, int16_t code, const std::string &source, const std::string &target,

@@ -2,6 +2,7 @@
 // a published Diamond2 vector through the mode, the layout and round trips
 // of strings and files for both blocks, the modes whose rounds the cipher
 // refuses, and RUBY's length-preserving feedback over chunk boundaries.
+#include "crypto/cipher_calls.h"
 #include "crypto/vector_file.h"
 #include "support/ole_helpers.h"
 #include "support/temp_dir.h"
@@ -15,11 +16,11 @@ using namespace brindle::test;
 
 namespace {
 
+// The mode forms below overload the shared calls of the plain forms.
+using brindle::test::call;
+using brindle::test::file_call;
 using ModeStringFn = BSTR(BRINDLE_CALL *)(BSTR *, BSTR *, int16_t);
 using ModeFileFn = int32_t(BRINDLE_CALL *)(BSTR, BSTR, BSTR *, int16_t);
-using StringFn = BSTR(BRINDLE_CALL *)(BSTR *, BSTR *);
-using FileFn = int32_t(BRINDLE_CALL *)(BSTR, BSTR, BSTR *);
-
 struct Family {
     const char *name;
     ModeStringFn encrypt, decrypt;
@@ -34,20 +35,11 @@ std::string call(ModeStringFn f, const std::string &text, const std::string &key
     Bstr t(text), k(key);
     return str(f(t.ref(), k.ref(), mode));
 }
-std::string call(StringFn f, const std::string &text, const std::string &key) {
-    Bstr t(text), k(key);
-    return str(f(t.ref(), k.ref()));
-}
 int32_t file_call(ModeFileFn f, const std::string &source, const std::string &target, const std::string &key,
                   int16_t mode) {
     Bstr s(source), t(target), k(key);
     return f(s.val(), t.val(), k.ref(), mode);
 }
-int32_t file_call(FileFn f, const std::string &source, const std::string &target, const std::string &key) {
-    Bstr s(source), t(target), k(key);
-    return f(s.val(), t.val(), k.ref());
-}
-
 std::string bytes(const std::vector<uint8_t> &v) { return std::string(v.begin(), v.end()); }
 
 std::string sample(std::size_t size) {

@@ -2,6 +2,7 @@
 // records through the string layout, the dispatcher's codes 1, 2, 21 and 22
 // (ECB and the 15-byte CBC, the chain rebuilt here from single ECB blocks),
 // short keys, and the file forms with their codes.
+#include "crypto/cipher_calls.h"
 #include "crypto/vector_file.h"
 #include "support/ole_helpers.h"
 #include "support/temp_dir.h"
@@ -13,9 +14,6 @@
 using namespace brindle::test;
 
 namespace {
-
-using StringFn = BSTR(BRINDLE_CALL *)(BSTR *, BSTR *);
-using FileFn = int32_t(BRINDLE_CALL *)(BSTR, BSTR, BSTR *);
 
 struct Family {
     const char *name;
@@ -42,24 +40,9 @@ std::string sample(std::size_t size) {
     return s;
 }
 
-std::string call(StringFn f, const std::string &text, const std::string &key) {
-    Bstr t(text), k(key);
-    return str(f(t.ref(), k.ref()));
-}
-
 std::string by_code(bool decrypt, int16_t code, const std::string &text, const std::string &key) {
     Bstr t(text), k(key);
     return str((decrypt ? cAES2RNDdecrypt : cAES2RNDencrypt)(code, t.ref(), k.ref()));
-}
-
-std::string cbc(bool decrypt, int16_t code, const std::string &text, const std::string &key, const std::string &iv) {
-    Bstr t(text), k(key), v(iv);
-    return str((decrypt ? cAES2RNDdecryptCBC : cAES2RNDencryptCBC)(code, t.ref(), k.ref(), v.ref()));
-}
-
-int32_t file_call(FileFn f, const std::string &source, const std::string &target, const std::string &key) {
-    Bstr s(source), t(target), k(key);
-    return f(s.val(), t.val(), k.ref());
 }
 
 class AesCandidateFiles : public TempDirTest {};

@@ -2,6 +2,7 @@
 // answer through the string form, the layout and key checks, the
 // dispatcher's codes 4, 5, 24 and 25 against the ciphers' own exports, and
 // the file forms against the string forms.
+#include "crypto/cipher_calls.h"
 #include "crypto/vector_file.h"
 #include "support/ole_helpers.h"
 #include "support/temp_dir.h"
@@ -13,30 +14,6 @@
 using namespace brindle::test;
 
 namespace {
-
-using StringFn = BSTR(BRINDLE_CALL *)(BSTR *, BSTR *);
-using FileFn = int32_t(BRINDLE_CALL *)(BSTR, BSTR, BSTR *);
-
-std::string call(StringFn f, const std::string &text, const std::string &key) {
-    Bstr t(text), k(key);
-    return str(f(t.ref(), k.ref()));
-}
-
-std::string code_call(BSTR(BRINDLE_CALL *f)(int16_t, BSTR *, BSTR *), int16_t code, const std::string &text,
-                      const std::string &key) {
-    Bstr t(text), k(key);
-    return str(f(code, t.ref(), k.ref()));
-}
-
-std::string cbc(bool decrypt, int16_t code, const std::string &text, const std::string &key, const std::string &iv) {
-    Bstr t(text), k(key), v(iv);
-    return str((decrypt ? cAES2RNDdecryptCBC : cAES2RNDencryptCBC)(code, t.ref(), k.ref(), v.ref()));
-}
-
-int32_t file_call(FileFn f, const std::string &source, const std::string &target, const std::string &key) {
-    Bstr s(source), t(target), k(key);
-    return f(s.val(), t.val(), k.ref());
-}
 
 std::string bytes(const std::string &hex) {
     const auto v = from_hex(hex);
