@@ -80,7 +80,7 @@ Declare Function cFilesCopy (SourceDirectory As String, TargetDirectory As Strin
 ' Mask: as cFilesCopy.
 ' Options: as cFilesCopy.
 ' Returns: as cFilesCopy.
-Declare Function cFilesCopyExt (ByVal Display As Long, SourceDirectory As String, TargetDirectory As String, Mask As String, ByVal Options As Long) As Long
+Declare Function cFilesCopyExt (ByVal Display As LongPtr, SourceDirectory As String, TargetDirectory As String, Mask As String, ByVal Options As Long) As Long
 ' Moves the files of a directory that match a mask with the system's move.
 ' It is called as cFilesCopy is; option 16 keeps the targets' attributes. Moved
 ' subdirectories (option 2) leave their empty source directories behind.
@@ -98,7 +98,7 @@ Declare Function cFilesMove (SourceDirectory As String, TargetDirectory As Strin
 ' Mask: as cFilesMove.
 ' Options: as cFilesMove.
 ' Returns: as cFilesMove.
-Declare Function cFilesMoveExt (ByVal Display As Long, SourceDirectory As String, TargetDirectory As String, Mask As String, ByVal Options As Long) As Long
+Declare Function cFilesMoveExt (ByVal Display As LongPtr, SourceDirectory As String, TargetDirectory As String, Mask As String, ByVal Options As Long) As Long
 ' Copies a file while a small window shows four lines of text and a progress bar.
 ' The bar moves one step per 32,768 bytes. On Linux the file is copied without a window.
 ' Text1: the first line of the window.
@@ -115,7 +115,7 @@ Declare Function cDBFileCopy (Text1 As String, Text2 As String, Text3 As String,
 ' Source: the file to copy.
 ' Target: the file to create anew.
 ' Returns: -1 on success, 0 on failure (a partial target is deleted).
-Declare Function cPBFileCopy (ByVal ProgressBar As Long, Source As String, Target As String) As Integer
+Declare Function cPBFileCopy (ByVal ProgressBar As LongPtr, Source As String, Target As String) As Integer
 ' Deletes a file.
 ' FileName: the file; a read-only file is not deleted.
 ' Returns: -1 when the file is deleted or was not there; else the runtime's error

@@ -67,6 +67,14 @@ if [ ! -f "$WINEPREFIX/system.reg" ]; then
     "$WINE_DIR/wine64" wineboot -i </dev/null >/dev/null 2>&1
     "$wineserver" -w
 fi
+# Wine's windowless display driver: the progress windows and the client's
+# progress bar are really made and driven, with no screen (and no X server)
+# needed. Set once per prefix (the marker file says so), an older prefix too.
+if [ "$(cat "$WINEPREFIX/.brindle-graphics" 2>/dev/null)" != null ]; then
+    "$WINE_DIR/wine64" reg add 'HKCU\Software\Wine\Drivers' /v Graphics /d null /f </dev/null >/dev/null 2>&1
+    "$wineserver" -w
+    echo null >"$WINEPREFIX/.brindle-graphics"
+fi
 "$wineserver" -p </dev/null >/dev/null 2>&1 &
 trap '"$wineserver" -k >/dev/null 2>&1' EXIT
 "$WINE_DIR/wine64" cmd /c exit </dev/null >/dev/null 2>&1

@@ -83,7 +83,7 @@ BRINDLE_EXPORT(int32_t) cFilesCopy(BSTR *SourceDirectory, BSTR *TargetDirectory,
 }
 
 BRINDLE_EXPORT(int32_t)
-cFilesCopyExt(int32_t Display, BSTR *SourceDirectory, BSTR *TargetDirectory, BSTR *Mask, int32_t Options) {
+cFilesCopyExt(intptr_t Display, BSTR *SourceDirectory, BSTR *TargetDirectory, BSTR *Mask, int32_t Options) {
     return guarded(int32_t{0},
                    [&] { return files_copy(Display, SourceDirectory, TargetDirectory, Mask, Options, false); });
 }
@@ -94,7 +94,7 @@ BRINDLE_EXPORT(int32_t) cFilesMove(BSTR *SourceDirectory, BSTR *TargetDirectory,
 
 // The display object is not passed on: a set move never shows progress.
 BRINDLE_EXPORT(int32_t)
-cFilesMoveExt(int32_t Display, BSTR *SourceDirectory, BSTR *TargetDirectory, BSTR *Mask, int32_t Options) {
+cFilesMoveExt(intptr_t Display, BSTR *SourceDirectory, BSTR *TargetDirectory, BSTR *Mask, int32_t Options) {
     (void)Display;
     return guarded(int32_t{0}, [&] { return files_copy(0, SourceDirectory, TargetDirectory, Mask, Options, true); });
 }
@@ -119,7 +119,7 @@ cDBFileCopy(BSTR *Text1, BSTR *Text2, BSTR *Text3, BSTR *Text4, BSTR *Source, BS
     });
 }
 
-BRINDLE_EXPORT(int16_t) cPBFileCopy(int32_t ProgressBar, BSTR *Source, BSTR *Target) {
+BRINDLE_EXPORT(int16_t) cPBFileCopy(intptr_t ProgressBar, BSTR *Source, BSTR *Target) {
     return guarded(int16_t{0}, [&] {
         const bool ok = stepped_copy(
             name_of(Source), name_of(Target), [&](int32_t steps) { platform::progress_bar_start(ProgressBar, steps); },
