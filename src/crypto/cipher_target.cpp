@@ -5,7 +5,7 @@
 namespace brindle::crypto {
 
 CipherTarget::CipherTarget(std::string_view name)
-    : name_(name), file_(platform::File::open(name, platform::OpenMode::Create)), created_(file_.is_open()) {}
+    : name_(name), file_(platform::File::open(name, platform::OpenMode::Overwrite)), created_(file_.is_open()) {}
 
 CipherTarget::~CipherTarget() {
     if (kept_)
@@ -16,7 +16,8 @@ CipherTarget::~CipherTarget() {
 }
 
 bool CipherTarget::finish() noexcept {
-    kept_ = file_.close();
+    const bool cut = written_ <= static_cast<uint64_t>(INT64_MAX) && file_.truncate(static_cast<int64_t>(written_));
+    kept_ = file_.close() && cut;
     return kept_;
 }
 

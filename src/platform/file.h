@@ -39,6 +39,12 @@ enum class OpenMode {
     CreateReadWrite,// create or truncate, read and write
     CreateNew,      // create, failing with kFileExists if it exists
     Append,         // create if missing, every write at the end
+    // Create if missing, write only, the old contents left in place to be
+    // written over; the writer cuts the file at its end with truncate()
+    // before closing it. A replaced file then needs no truncation to zero,
+    // which some file systems (ext4) answer with a flush of the whole file
+    // when it is closed.
+    Overwrite,
 };
 
 // A binary file handle. Closed by its destructor; movable, not copyable.

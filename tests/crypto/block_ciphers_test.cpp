@@ -237,6 +237,33 @@ TEST_F(BlockCipherFiles, ChunksChainFromTheIvAgain) {
     EXPECT_TRUE(read_file("two.back") == sample(65536));
 }
 
+// An existing target is written over and cut where the new contents end:
+// nothing of a longer old file survives, a shorter one grows, and other
+// names of the file (a hard link) see the new contents, as after "wb".
+TEST_F(BlockCipherFiles, ExistingTargetsAreReplacedWhole) {
+    const std::string plain = sample(70005); // two chunks and a padded part
+    write_file("p.bin", plain);
+    const std::string expected = call(cRIJNDAELencrypt, plain, kAesKey);
+    ASSERT_EQ(expected.size(), 70017u);
+    for (const size_t old_size : {size_t{300000}, size_t{70017}, size_t{10}, size_t{0}}) {
+        SCOPED_TRACE(old_size);
+        write_file("t.enc", std::string(old_size, 'X'));
+        std::filesystem::remove("link.enc");
+        std::filesystem::create_hard_link("t.enc", "link.enc");
+        ASSERT_EQ(file_call(cRIJNDAELencryptFile, "p.bin", "t.enc", kAesKey), 70017);
+        EXPECT_TRUE(read_file("t.enc") == expected);
+        EXPECT_TRUE(read_file("link.enc") == expected);
+        write_file("back.bin", std::string(old_size + 5, 'Y'));
+        ASSERT_EQ(file_call(cRIJNDAELdecryptFile, "t.enc", "back.bin", kAesKey), 70005);
+        EXPECT_TRUE(read_file("back.bin") == plain);
+    }
+    // A failure still deletes the target it wrote over.
+    write_file("bad.enc", expected.substr(0, 40000));
+    write_file("old.bin", std::string(100000, 'Z'));
+    EXPECT_EQ(file_call(cRIJNDAELdecryptFile, "bad.enc", "old.bin", kAesKey), -31);
+    EXPECT_FALSE(std::filesystem::exists("old.bin"));
+}
+
 TEST_F(BlockCipherFiles, CodesAndNoTargetLeftBehind) {
     write_file("p.bin", sample(5000));
     struct Case {

@@ -59,6 +59,8 @@ int open_flags(OpenMode mode) {
         return O_RDWR | O_CREAT | O_EXCL;
     case OpenMode::Append:
         return O_WRONLY | O_CREAT | O_APPEND;
+    case OpenMode::Overwrite:
+        return O_WRONLY | O_CREAT;
     }
     return O_RDONLY;
 }

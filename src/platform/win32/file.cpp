@@ -55,6 +55,8 @@ int open_flags(OpenMode mode) {
         return _O_RDWR | _O_CREAT | _O_EXCL;
     case OpenMode::Append:
         return _O_WRONLY | _O_CREAT | _O_APPEND;
+    case OpenMode::Overwrite:
+        return _O_WRONLY | _O_CREAT;
     }
     return _O_RDONLY;
 }
