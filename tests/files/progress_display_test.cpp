@@ -224,15 +224,18 @@ TEST_F(ProgressDisplay, ProgressWindowShowsFourTextsAndOneStepPerBlock) {
     EXPECT_FALSE(IsWindow(seen.top)); // gone when the copy returns
 }
 
-TEST_F(ProgressDisplay, ProgressWindowIsGoneAfterAFailedCopy) {
+TEST_F(ProgressDisplay, RefusedCopiesShowNoWindow) {
     write_file("src.dat", std::string(70000, 'x'));
     CreateDirectoryA("dir", nullptr);
-    Bstr a("1"), b("2"), c("3"), d("4"), s("src.dat"), t("dir"), same("SRC.DAT");
-    // A directory cannot be made a file: no window outlives the call.
-    Seen seen = watch([&] { EXPECT_EQ(cDBFileCopy(a.ref(), b.ref(), c.ref(), d.ref(), s.ref(), t.ref()), 0); });
-    EXPECT_TRUE(seen.top == nullptr || !IsWindow(seen.top));
-    // The same name in other case is refused before any window is made.
-    seen = watch([&] { EXPECT_EQ(cDBFileCopy(a.ref(), b.ref(), c.ref(), d.ref(), s.ref(), same.ref()), 0); });
+    Bstr a("1"), b("2"), c("3"), d("4"), s("src.dat"), t("dir"), same("SRC.DAT"), missing("missing.dat");
+    // The window comes after both files are open: a target that cannot be
+    // made, the source under another case, a missing source show nothing.
+    for (Bstr *target : {&t, &same}) {
+        const Seen seen =
+            watch([&] { EXPECT_EQ(cDBFileCopy(a.ref(), b.ref(), c.ref(), d.ref(), s.ref(), target->ref()), 0); });
+        EXPECT_EQ(seen.top, nullptr);
+    }
+    const Seen seen = watch([&] { EXPECT_EQ(cDBFileCopy(a.ref(), b.ref(), c.ref(), d.ref(), missing.ref(), t.ref()), 0); });
     EXPECT_EQ(seen.top, nullptr);
     EXPECT_EQ(read_file("src.dat"), std::string(70000, 'x'));
 }
