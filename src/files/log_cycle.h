@@ -52,7 +52,7 @@ std::optional<std::string> brindle::files::rotated_name(std::string_view path, i
     for (int n = 0; taken(candidate); ++n) {
         if (n > 999)
             return std::nullopt;
-        char ext[8];
+        char ext[12]; // room for any int, though n stays within 0 .. 999
         std::snprintf(ext, sizeof ext, "%03d", n);
         candidate = make_path(p.drive, p.dir, name, ext);
     }
