@@ -291,9 +291,17 @@ TEST_F(Search, ListingFileCodesAndContent) {
 
 TEST_F(Search, VolumeSpaceAgreesWithItself) {
     Bstr current(""), letter("c"), drive("c:"), missing("no-such-directory\\");
-    const double space = cGetDiskSpace(current.val());
-    const double used = cGetDiskUsed(current.val());
-    const double free = cGetDiskFree(current.val());
+    // Other programs write while the test runs: each set of readings is
+    // taken again until the free space stayed the same across it.
+    double space = 0, used = 0, free = 0;
+    for (int tries = 0; tries < 100; ++tries) {
+        const double before = cGetDiskFree(current.val());
+        space = cGetDiskSpace(current.val());
+        used = cGetDiskUsed(current.val());
+        free = cGetDiskFree(current.val());
+        if (free == before)
+            break;
+    }
     const double cluster = cGetDiskClusterSize(current.val());
     ASSERT_GT(space, 0);
     ASSERT_GT(cluster, 0);
@@ -302,12 +310,18 @@ TEST_F(Search, VolumeSpaceAgreesWithItself) {
     EXPECT_GT(cGetDiskSpace(letter.val()), 0) << "a letter is a drive root";
     EXPECT_EQ(cGetDiskSpace(letter.val()), cGetDiskSpace(drive.val()));
 
-    const int64_t total_ex = cGetDiskSpaceEx(current.val()).int64;
-    const int64_t used_ex = cGetDiskUsedEx(current.val()).int64;
-    const int64_t free_ex = cGetDiskFreeEx(current.val()).int64;
+    int64_t total_ex = 0, used_ex = 0, free_ex = 0;
+    for (int tries = 0; tries < 100; ++tries) {
+        const int64_t before = cGetDiskFreeEx(current.val()).int64;
+        total_ex = cGetDiskSpaceEx(current.val()).int64;
+        used_ex = cGetDiskUsedEx(current.val()).int64;
+        free_ex = cGetDiskFreeEx(current.val()).int64;
+        if (free_ex == before)
+            break;
+    }
     EXPECT_GT(total_ex, 0);
-    // Other programs write while the test runs: the two readings may differ
-    // by what they wrote meanwhile (allowed: a thousandth of the volume).
+    // The two sets were read at different times: they may differ by what
+    // was written meanwhile (allowed: a thousandth of the volume).
     EXPECT_GE(static_cast<double>(free_ex) + static_cast<double>(total_ex) / 1000, free)
         << "the whole volume's free bytes, reserve included";
     EXPECT_LE(free_ex, total_ex);
