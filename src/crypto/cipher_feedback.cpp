@@ -2,9 +2,7 @@
 
 #include "crypto/block_framing.h"
 #include "crypto/cipher_target.h"
-#include "crypto/secret_buffer.h"
 #include "crypto/secure_wipe.h"
-#include "platform/file.h"
 
 #include <cstring>
 
@@ -53,37 +51,15 @@ void FeedbackStream::encrypt(const uint8_t *in, uint8_t *out, std::size_t size) 
 void FeedbackStream::decrypt(const uint8_t *in, uint8_t *out, std::size_t size) noexcept { run<true>(in, out, size); }
 
 int32_t feedback_file(const RubyKey &key, bool decrypt, std::string_view source, std::string_view target) {
-    SecretBuffer buffer(kChunkBytes);
-    if (!buffer.ok())
-        return kFileNoBuffer;
-    platform::File in;
-    if (const int32_t code = open_cipher_source(source, target, in, kFileSourceNotOpened, kFileTargetNotCreated))
-        return code;
-    CipherTarget out(target);
-    if (!out.open())
-        return kFileTargetNotCreated;
+    static constexpr FileFailureCodes kCodes{kFileNoBuffer, kFileSourceNotOpened, kFileTargetNotCreated, kFileReadFailed,
+                                             kFileWriteFailed};
     FeedbackStream stream(key);
-    uint64_t total = 0;
-    for (;;) {
-        const int64_t got = in.read(buffer.data(), kChunkBytes);
-        if (got < 0)
-            return kFileReadFailed;
-        if (got == 0)
-            break;
-        const auto n = static_cast<std::size_t>(got);
+    return transform_file_chunks(source, target, kChunkBytes, kCodes, [&](std::span<uint8_t> chunk) {
         if (decrypt)
-            stream.decrypt(buffer.data(), buffer.data(), n);
+            stream.decrypt(chunk.data(), chunk.data(), chunk.size());
         else
-            stream.encrypt(buffer.data(), buffer.data(), n);
-        if (!out.write(buffer.data(), n))
-            return kFileWriteFailed;
-        total += n;
-        if (n < kChunkBytes)
-            break;
-    }
-    if (!out.finish())
-        return kFileWriteFailed;
-    return byte_count_result(total);
+            stream.encrypt(chunk.data(), chunk.data(), chunk.size());
+    });
 }
 
 } // namespace brindle::crypto

@@ -11,6 +11,8 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
+#include <span>
 #include <string_view>
 
 namespace brindle::crypto {
@@ -53,5 +55,19 @@ int32_t open_cipher_source(std::string_view source, std::string_view target, pla
 
 // A byte count as a Long result: at most 2,147,483,647.
 int32_t byte_count_result(uint64_t total) noexcept;
+
+// The codes a family's file forms give for each failure.
+struct FileFailureCodes {
+    int32_t no_buffer, source_not_opened, target_not_created, read_failed, write_failed;
+};
+
+// Copies `source` into `target` (Windows paths) through `chunk`, called in
+// order on each piece of `chunk_bytes` (the last shorter) and transforming
+// it in place: no header, no padding, the target as long as the source.
+// Returns the bytes written (at most 2,147,483,647 reported) or one of
+// `codes`; on a code the target is deleted. The work buffer is wiped before
+// it is freed.
+int32_t transform_file_chunks(std::string_view source, std::string_view target, std::size_t chunk_bytes,
+                              const FileFailureCodes &codes, const std::function<void(std::span<uint8_t>)> &chunk);
 
 } // namespace brindle::crypto
